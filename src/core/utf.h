@@ -1,0 +1,16 @@
+// Conversions between UTF-16 (the plug-in's text) and UTF-8 (files, consoles,
+// exception texts). Malformed input never fails: it becomes U+FFFD.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace qm {
+
+std::u16string Utf8ToUtf16(std::string_view utf8);
+std::string Utf16ToUtf8(std::u16string_view utf16);
+
+// Plain ASCII text widened unit by unit (for literals and numbers).
+std::u16string Widen(std::string_view ascii);
+
+}  // namespace qm

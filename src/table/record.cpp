@@ -1,0 +1,137 @@
+#include "table/record.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+#include "core/errors.h"
+
+namespace qm {
+
+Record::Block* Record::Allocate(uint32_t count, uint32_t textLength) {
+  const size_t bytes = sizeof(uint32_t) * (1 + size_t{count}) + sizeof(char16_t) * size_t{textLength};
+  auto* block = static_cast<Block*>(std::malloc(bytes));
+  if (!block) throw std::bad_alloc();
+  block->count = count;
+  return block;
+}
+
+Record::Record(std::span<const std::u16string_view> cells) {
+  if (cells.empty()) return;
+  size_t total = 0;
+  for (auto c : cells) total += c.size();
+  block_ = Allocate(static_cast<uint32_t>(cells.size()), static_cast<uint32_t>(total));
+  auto* out = const_cast<char16_t*>(Text());
+  uint32_t end = 0;
+  for (size_t k = 0; k < cells.size(); ++k) {
+    if (!cells[k].empty()) std::memcpy(out + end, cells[k].data(), cells[k].size() * sizeof(char16_t));
+    end += static_cast<uint32_t>(cells[k].size());
+    block_->ends[k] = end;
+  }
+}
+
+Record::Record(std::u16string_view text, std::span<const uint32_t> ends) {
+  if (ends.empty()) return;
+  block_ = Allocate(static_cast<uint32_t>(ends.size()), static_cast<uint32_t>(text.size()));
+  std::memcpy(block_->ends, ends.data(), ends.size() * sizeof(uint32_t));
+  if (!text.empty()) std::memcpy(const_cast<char16_t*>(Text()), text.data(), text.size() * sizeof(char16_t));
+}
+
+Record::Record(const Record& other) {
+  if (!other.block_) return;
+  block_ = Allocate(other.block_->count, other.TextLength());
+  std::memcpy(block_->ends, other.block_->ends, sizeof(uint32_t) * other.block_->count);
+  std::memcpy(const_cast<char16_t*>(Text()), other.Text(), sizeof(char16_t) * other.TextLength());
+}
+
+Record& Record::operator=(const Record& other) {
+  if (this != &other) *this = Record(other);
+  return *this;
+}
+
+Record& Record::operator=(Record&& other) noexcept {
+  if (this != &other) {
+    std::free(block_);
+    block_ = other.block_;
+    other.block_ = nullptr;
+  }
+  return *this;
+}
+
+Record::~Record() { std::free(block_); }
+
+std::u16string_view Record::At(int32_t index) const {
+  if (index < 0 || index >= Count()) RaiseListIndexError(index);
+  return Cell(index);
+}
+
+void Record::Set(int32_t index, std::u16string_view text) {
+  if (index < 0 || index >= Count()) RaiseListIndexError(index);
+  Splice(index, 1, text, true);
+}
+
+void Record::Insert(int32_t index, std::u16string_view text) {
+  if (index < 0 || index > Count()) RaiseListIndexError(index);
+  Splice(index, 0, text, true);
+}
+
+void Record::Delete(int32_t index) {
+  if (index < 0 || index >= Count()) RaiseListIndexError(index);
+  Splice(index, 1, {}, false);
+}
+
+void Record::Move(int32_t from, int32_t to) {
+  if (from == to) return;
+  if (from < 0 || from >= Count()) RaiseListIndexError(from);
+  if (to < 0 || to >= Count()) RaiseListIndexError(to);
+  const std::u16string cell(Cell(from));
+  Splice(from, 1, {}, false);
+  Splice(to, 0, cell, true);
+}
+
+void Record::PadTo(int32_t count) {
+  const int32_t have = Count();
+  if (have >= count) return;
+  Block* grown = Allocate(static_cast<uint32_t>(count), TextLength());
+  const uint32_t length = TextLength();
+  if (block_) {
+    std::memcpy(grown->ends, block_->ends, sizeof(uint32_t) * block_->count);
+    std::memcpy(reinterpret_cast<char16_t*>(grown->ends + count), Text(), sizeof(char16_t) * length);
+  }
+  for (int32_t k = have; k < count; ++k) grown->ends[k] = length;
+  std::free(block_);
+  block_ = grown;
+}
+
+void Record::Splice(int32_t index, int32_t remove, std::u16string_view text, bool insert) {
+  const int32_t oldCount = Count();
+  const int32_t newCount = oldCount - remove + (insert ? 1 : 0);
+  const uint32_t cutBegin = index == 0 ? 0 : block_->ends[index - 1];
+  const uint32_t cutEnd = remove ? block_->ends[index + remove - 1] : cutBegin;
+  const uint32_t oldLength = TextLength();
+  const uint32_t added = insert ? static_cast<uint32_t>(text.size()) : 0;
+  const uint32_t newLength = oldLength - (cutEnd - cutBegin) + added;
+  if (newCount == 0) {
+    std::free(block_);
+    block_ = nullptr;
+    return;
+  }
+  Block* next = Allocate(static_cast<uint32_t>(newCount), newLength);
+  auto* out = reinterpret_cast<char16_t*>(next->ends + newCount);
+  const char16_t* in = block_ ? Text() : nullptr;
+  // Text: the part before the cut, the new cell, the part after the cut.
+  if (cutBegin) std::memcpy(out, in, sizeof(char16_t) * cutBegin);
+  if (added) std::memcpy(out + cutBegin, text.data(), sizeof(char16_t) * added);
+  if (oldLength > cutEnd) std::memcpy(out + cutBegin + added, in + cutEnd, sizeof(char16_t) * (oldLength - cutEnd));
+  // Ends: unchanged before the index, shifted after it.
+  int32_t k = 0;
+  for (; k < index; ++k) next->ends[k] = block_->ends[k];
+  if (insert) next->ends[k++] = cutBegin + added;
+  for (int32_t j = index + remove; j < oldCount; ++j, ++k) {
+    next->ends[k] = block_->ends[j] - (cutEnd - cutBegin) + added;
+  }
+  std::free(block_);
+  block_ = next;
+}
+
+}  // namespace qm

@@ -1,0 +1,62 @@
+// One table record: an ordered list of UTF-16 cells kept back to back in a
+// single heap block, so a million records cost a million allocations, not ten
+// million, and the text dominates the memory.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace qm {
+
+class Record {
+ public:
+  Record() noexcept = default;
+  // A record of the given cells, copied.
+  explicit Record(std::span<const std::u16string_view> cells);
+  // A record from cell texts laid end to end in `text`: cell k spans
+  // [ends[k-1], ends[k]) with ends[-1] taken as 0.
+  Record(std::u16string_view text, std::span<const uint32_t> ends);
+  Record(const Record& other);
+  Record(Record&& other) noexcept : block_(other.block_) { other.block_ = nullptr; }
+  Record& operator=(const Record& other);
+  Record& operator=(Record&& other) noexcept;
+  ~Record();
+
+  int32_t Count() const noexcept { return block_ ? static_cast<int32_t>(block_->count) : 0; }
+
+  // Unchecked access, for loops that stay within Count().
+  std::u16string_view Cell(int32_t index) const noexcept {
+    const uint32_t begin = index == 0 ? 0 : block_->ends[index - 1];
+    return {Text() + begin, block_->ends[index] - begin};
+  }
+  // Checked access: an index outside 0..Count()-1 raises the list's index error.
+  std::u16string_view At(int32_t index) const;
+
+  // Each raises the list's index error when the index is outside the list
+  // (Insert allows Count(), the end). Nothing changes on an error.
+  void Set(int32_t index, std::u16string_view text);
+  void Insert(int32_t index, std::u16string_view text);
+  void Append(std::u16string_view text) { Insert(Count(), text); }
+  void Delete(int32_t index);
+  // Takes the cell out at `from` and inserts it at `to` of the shortened list.
+  void Move(int32_t from, int32_t to);
+  // Appends empty cells until the record has `count` cells.
+  void PadTo(int32_t count);
+
+ private:
+  struct Block {
+    uint32_t count;
+    uint32_t ends[1];  // `count` entries, then the text (char16_t)
+  };
+  const char16_t* Text() const noexcept { return reinterpret_cast<const char16_t*>(block_->ends + block_->count); }
+  uint32_t TextLength() const noexcept { return block_ && block_->count ? block_->ends[block_->count - 1] : 0; }
+  static Block* Allocate(uint32_t count, uint32_t textLength);
+  // Rebuilds the block with cell `index` replaced by `text` (`remove` cells
+  // taken out there first, `insert` of them put in).
+  void Splice(int32_t index, int32_t remove, std::u16string_view text, bool insert);
+
+  Block* block_ = nullptr;
+};
+
+}  // namespace qm
