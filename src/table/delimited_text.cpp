@@ -1,0 +1,105 @@
+#include "table/delimited_text.h"
+
+namespace qm {
+
+namespace {
+
+constexpr bool IsBlank(char16_t c) { return c >= 1 && c <= 32; }
+
+bool NeedsQuotes(std::u16string_view cell, const TextFormat& f) {
+  for (char16_t c : cell) {
+    if (c == 0) return false;  // the text ends here as far as quoting is concerned
+    if (c == f.quote || c == f.delimiter || (!f.strict && IsBlank(c))) return true;
+  }
+  return false;
+}
+
+void AppendCell(std::u16string_view cell, const TextFormat& f, std::u16string& line) {
+  if (f.quote == 0 || !NeedsQuotes(cell, f)) {
+    line.append(cell);
+    return;
+  }
+  line.push_back(f.quote);
+  for (char16_t c : cell) {
+    if (c == f.quote) line.push_back(c);
+    line.push_back(c);
+  }
+  line.push_back(f.quote);
+}
+
+template <typename Cells, typename Get>
+void Join(const Cells& cells, size_t count, Get get, const TextFormat& f, std::u16string& line) {
+  line.clear();
+  if (count == 1 && get(cells, 0).empty()) {
+    if (f.quote != 0) line.append(2, f.quote);
+    return;
+  }
+  for (size_t k = 0; k < count; ++k) {
+    if (k) line.push_back(f.delimiter);
+    AppendCell(get(cells, k), f, line);
+  }
+}
+
+}  // namespace
+
+void SplitDelimited(std::u16string_view s, const TextFormat& f, std::vector<std::u16string>& cells) {
+  cells.clear();
+  const size_t n = s.size();
+  size_t p = 0;
+  if (!f.strict) {
+    while (p < n && IsBlank(s[p])) ++p;
+  }
+  while (p < n) {
+    std::u16string cell;
+    if (f.quote != 0 && s[p] == f.quote) {
+      ++p;
+      while (p < n) {
+        if (s[p] == f.quote) {
+          if (p + 1 < n && s[p + 1] == f.quote) {
+            cell.push_back(f.quote);
+            p += 2;
+            continue;
+          }
+          ++p;  // closing quote
+          break;
+        }
+        cell.push_back(s[p++]);
+      }
+    } else {
+      const size_t begin = p;
+      while (p < n && s[p] != f.delimiter && (f.strict || !IsBlank(s[p]))) ++p;
+      cell.assign(s.substr(begin, p - begin));
+    }
+    cells.push_back(std::move(cell));
+    if (!f.strict) {
+      while (p < n && IsBlank(s[p])) ++p;
+    }
+    if (p < n && s[p] == f.delimiter) {
+      if (p + 1 == n) cells.emplace_back();
+      ++p;
+      if (!f.strict) {
+        while (p < n && IsBlank(s[p])) ++p;
+      }
+    }
+  }
+}
+
+std::vector<std::u16string> SplitDelimited(std::u16string_view line, const TextFormat& format) {
+  std::vector<std::u16string> cells;
+  SplitDelimited(line, format, cells);
+  return cells;
+}
+
+void JoinDelimited(const Record& record, const TextFormat& format, std::u16string& line) {
+  Join(record, static_cast<size_t>(record.Count()),
+       [](const Record& r, size_t k) { return r.Cell(static_cast<int32_t>(k)); }, format, line);
+}
+
+std::u16string JoinDelimited(const std::vector<std::u16string>& cells, const TextFormat& format) {
+  std::u16string line;
+  Join(cells, cells.size(), [](const std::vector<std::u16string>& c, size_t k) { return std::u16string_view(c[k]); },
+       format, line);
+  return line;
+}
+
+}  // namespace qm
