@@ -1,0 +1,126 @@
+// Native build: POSIX file calls on UTF-8 paths. The reasons of the common
+// failures are worded as Windows words them, so messages match across builds.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+#include "core/errors.h"
+#include "core/messages.h"
+#include "core/utf.h"
+#include "platform/file_system.h"
+
+namespace qm {
+
+namespace {
+
+std::string NativePath(std::u16string_view path) { return Utf16ToUtf8(path); }
+
+bool ParentExists(const std::string& path) {
+  const size_t slash = path.find_last_of('/');
+  if (slash == std::string::npos) return true;  // relative to the current folder
+  const std::string parent = slash == 0 ? std::string("/") : path.substr(0, slash);
+  struct stat st {};
+  return ::stat(parent.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
+}
+
+std::u16string Reason(int error, const std::string& path) {
+  switch (error) {
+    case ENOENT:
+      return ParentExists(path) ? u"The system cannot find the file specified"
+                                : u"The system cannot find the path specified";
+    case ENOTDIR:
+      return u"The system cannot find the path specified";
+    case EACCES:
+    case EPERM:
+    case EISDIR:
+      return u"Access is denied";
+    default:
+      return Utf8ToUtf16(std::strerror(error));
+  }
+}
+
+[[noreturn]] void Raise(std::u16string_view pattern, std::u16string_view path, int error, const std::string& native) {
+  throw EFileError(Format(pattern, {path, Reason(error, native)}));
+}
+
+}  // namespace
+
+FileReader::FileReader(std::u16string_view path) : path_(path) {
+  const std::string native = NativePath(path);
+  const int fd = ::open(native.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) Raise(msg::kCannotOpenFile, path, errno, native);
+  struct stat st {};
+  if (::fstat(fd, &st) != 0) {
+    const int error = errno;
+    ::close(fd);
+    Raise(msg::kCannotOpenFile, path, error, native);
+  }
+  if (S_ISDIR(st.st_mode)) {
+    ::close(fd);
+    Raise(msg::kCannotOpenFile, path, EISDIR, native);
+  }
+  handle_ = fd;
+  size_ = static_cast<uint64_t>(st.st_size);
+}
+
+FileReader::~FileReader() {
+  if (handle_ >= 0) ::close(static_cast<int>(handle_));
+}
+
+size_t FileReader::Read(void* buffer, size_t count) {
+  size_t done = 0;
+  auto* out = static_cast<char*>(buffer);
+  while (done < count) {
+    const ssize_t n = ::read(static_cast<int>(handle_), out + done, count - done);
+    if (n == 0) break;
+    if (n < 0) {
+      if (errno == EINTR) continue;
+      Raise(msg::kCannotOpenFile, path_, errno, NativePath(path_));
+    }
+    done += static_cast<size_t>(n);
+  }
+  return done;
+}
+
+FileWriter::FileWriter(std::u16string_view path) : path_(path) {
+  const std::string native = NativePath(path);
+  const int fd = ::open(native.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  if (fd < 0) Raise(msg::kCannotCreateFile, path, errno, native);
+  handle_ = fd;
+}
+
+FileWriter::~FileWriter() {
+  if (handle_ >= 0) ::close(static_cast<int>(handle_));
+}
+
+void FileWriter::Write(const void* data, size_t count) {
+  const auto* in = static_cast<const char*>(data);
+  while (count > 0) {
+    const ssize_t n = ::write(static_cast<int>(handle_), in, count);
+    if (n < 0) {
+      if (errno == EINTR) continue;
+      Raise(msg::kCannotCreateFile, path_, errno, NativePath(path_));
+    }
+    in += n;
+    count -= static_cast<size_t>(n);
+  }
+}
+
+void FileWriter::Close() {
+  if (handle_ < 0) return;
+  const int fd = static_cast<int>(handle_);
+  handle_ = -1;
+  if (::close(fd) != 0) Raise(msg::kCannotCreateFile, path_, errno, NativePath(path_));
+}
+
+bool DirectoryExists(std::u16string_view path) {
+  struct stat st {};
+  return ::stat(NativePath(path).c_str(), &st) == 0 && S_ISDIR(st.st_mode);
+}
+
+bool CreateOneFolder(std::u16string_view path) { return ::mkdir(NativePath(path).c_str(), 0777) == 0; }
+
+}  // namespace qm

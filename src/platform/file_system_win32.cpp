@@ -1,0 +1,119 @@
+// Windows: the wide file APIs. The reason of a failure is the system's own
+// message text, trimmed as the runtime trims it (no trailing blanks or period).
+#include <windows.h>
+
+#include "core/errors.h"
+#include "core/messages.h"
+#include "platform/file_system.h"
+
+namespace qm {
+
+namespace {
+
+std::wstring NativePath(std::u16string_view path) { return std::wstring(path.begin(), path.end()); }
+
+std::u16string Reason(DWORD error) {
+  switch (error) {
+    case ERROR_FILE_NOT_FOUND:
+      return u"The system cannot find the file specified";
+    case ERROR_PATH_NOT_FOUND:
+      return u"The system cannot find the path specified";
+    case ERROR_ACCESS_DENIED:
+      return u"Access is denied";
+    default:
+      break;
+  }
+  wchar_t* buffer = nullptr;
+  const DWORD length = FormatMessageW(
+      FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS |
+          FORMAT_MESSAGE_ARGUMENT_ARRAY,
+      nullptr, error, 0, reinterpret_cast<wchar_t*>(&buffer), 0, nullptr);
+  std::u16string text;
+  if (buffer) {
+    text.assign(reinterpret_cast<const char16_t*>(buffer), length);
+    LocalFree(buffer);
+  }
+  while (!text.empty() && (text.back() <= u' ' || text.back() == u'.')) text.pop_back();
+  return text;
+}
+
+[[noreturn]] void Raise(std::u16string_view pattern, std::u16string_view path, DWORD error) {
+  throw EFileError(Format(pattern, {path, Reason(error)}));
+}
+
+HANDLE AsHandle(intptr_t h) { return reinterpret_cast<HANDLE>(h); }
+
+constexpr DWORD kMaxIo = 1u << 30;
+
+}  // namespace
+
+FileReader::FileReader(std::u16string_view path) : path_(path) {
+  HANDLE h = CreateFileW(NativePath(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                         OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+  if (h == INVALID_HANDLE_VALUE) Raise(msg::kCannotOpenFile, path, GetLastError());
+  LARGE_INTEGER size{};
+  if (!GetFileSizeEx(h, &size)) {
+    const DWORD error = GetLastError();
+    CloseHandle(h);
+    Raise(msg::kCannotOpenFile, path, error);
+  }
+  handle_ = reinterpret_cast<intptr_t>(h);
+  size_ = static_cast<uint64_t>(size.QuadPart);
+}
+
+FileReader::~FileReader() {
+  if (handle_ != -1) CloseHandle(AsHandle(handle_));
+}
+
+size_t FileReader::Read(void* buffer, size_t count) {
+  size_t done = 0;
+  auto* out = static_cast<char*>(buffer);
+  while (done < count) {
+    const DWORD want = count - done < kMaxIo ? static_cast<DWORD>(count - done) : kMaxIo;
+    DWORD got = 0;
+    if (!ReadFile(AsHandle(handle_), out + done, want, &got, nullptr)) {
+      Raise(msg::kCannotOpenFile, path_, GetLastError());
+    }
+    if (got == 0) break;
+    done += got;
+  }
+  return done;
+}
+
+FileWriter::FileWriter(std::u16string_view path) : path_(path) {
+  HANDLE h = CreateFileW(NativePath(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+                         FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (h == INVALID_HANDLE_VALUE) Raise(msg::kCannotCreateFile, path, GetLastError());
+  handle_ = reinterpret_cast<intptr_t>(h);
+}
+
+FileWriter::~FileWriter() {
+  if (handle_ != -1) CloseHandle(AsHandle(handle_));
+}
+
+void FileWriter::Write(const void* data, size_t count) {
+  const auto* in = static_cast<const char*>(data);
+  while (count > 0) {
+    const DWORD want = count < kMaxIo ? static_cast<DWORD>(count) : kMaxIo;
+    DWORD put = 0;
+    if (!WriteFile(AsHandle(handle_), in, want, &put, nullptr)) Raise(msg::kCannotCreateFile, path_, GetLastError());
+    in += put;
+    count -= put;
+  }
+}
+
+void FileWriter::Close() {
+  if (handle_ == -1) return;
+  HANDLE h = AsHandle(handle_);
+  handle_ = -1;
+  if (!CloseHandle(h)) Raise(msg::kCannotCreateFile, path_, GetLastError());
+}
+
+bool DirectoryExists(std::u16string_view path) {
+  const DWORD attributes = GetFileAttributesW(NativePath(path).c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+bool CreateOneFolder(std::u16string_view path) { return CreateDirectoryW(NativePath(path).c_str(), nullptr) != 0; }
+
+}  // namespace qm

@@ -1,0 +1,17 @@
+// The task's one table, found through the task-private variable
+// "$CSV_OBJECT$", which holds the table object's identity as decimal text.
+#pragma once
+
+namespace qm {
+
+class QmTaskBridge;
+class TSimpleCSVDataClass;
+
+// The attached table, or null ("0", empty, absent or malformed: no table).
+TSimpleCSVDataClass* GetJobTable(const QmTaskBridge& task);
+// Attaches a table (null detaches, written as "0"). The plug-in owns it.
+void SetJobTable(const QmTaskBridge& task, TSimpleCSVDataClass* table);
+// The job-stop clean-up: detaches and destroys the table, if there is one.
+void FreeJobTable(const QmTaskBridge& task);
+
+}  // namespace qm

@@ -1,0 +1,80 @@
+// The in-memory table: ordered field names and ordered records of text cells,
+// all counted from 0. The storage checks no index itself: an index outside a
+// list raises that list's out-of-bounds error (EListError) with the index, and
+// an operation that fails half way keeps what it had already done.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "table/record.h"
+
+namespace qm {
+
+enum class ColumnFill : int32_t { Empty = 0, RowNumber = 1, Value = 2 };
+
+class TMemoryStrDataStorage {
+ public:
+  TMemoryStrDataStorage() = default;
+  TMemoryStrDataStorage(const TMemoryStrDataStorage&) = delete;
+  TMemoryStrDataStorage& operator=(const TMemoryStrDataStorage&) = delete;
+  ~TMemoryStrDataStorage() { ClearData(); }
+
+  int32_t FieldCount() const noexcept { return static_cast<int32_t>(fields_.size()); }
+  int32_t RecordCount() const noexcept { return static_cast<int32_t>(records_.size()); }
+
+  // Pads the record with empty cells to FieldCount (a longer one keeps all
+  // its cells) and appends it.
+  void AddRecord(Record record);
+  // Appends a record without padding; the loader pads while it splits.
+  void AppendRecord(Record&& record) { records_.push_back(std::move(record)); }
+  // Frees every record and forgets every field name.
+  void ClearData() noexcept;
+  void DeleteRecord(int32_t row);
+
+  std::u16string_view GetCellValue(int32_t row, int32_t column) const;
+  // Replaces an existing cell; no cell is created.
+  void SetCellValue(int32_t row, int32_t column, std::u16string_view text);
+  // The stored record itself; valid until records are added or removed.
+  Record& GetDataRecord(int32_t row);
+  const Record& GetDataRecord(int32_t row) const;
+
+  const std::u16string& GetFieldName(int32_t column) const;
+  void SetFieldsname(int32_t column, std::u16string_view name);
+  // Appends a field name without touching the records (the loader's header).
+  void AppendFieldName(std::u16string_view name) { fields_.emplace_back(name); }
+  const std::vector<std::u16string>& FieldNames() const noexcept { return fields_; }
+  const std::vector<Record>& Records() const noexcept { return records_; }
+
+  // Pre-sizes the record list; no record is created.
+  void SetCapacity(int32_t count);
+
+  // A position above FieldCount or below 0 appends; FieldCount itself is a
+  // valid insert at the end. Each record gets its cell at the same position.
+  void InsertColumn(int32_t position, ColumnFill fill, std::u16string_view name, std::u16string_view value);
+  // Takes the item out at `from` and inserts it at `to` of the shortened
+  // list: the field names first, then each record in order.
+  void MoveColumn(int32_t from, int32_t to);
+  // Deletes the field name, then the cell in every record.
+  void RemoveColumn(int32_t column);
+  // Reorders the records by the cell at `column`. Not stable; descending is
+  // the exact reverse of the ascending order.
+  void SortByField(int32_t column, bool caseSensitive, bool descending, bool numeric);
+
+ private:
+  void CheckRow(int32_t row) const;
+
+  std::vector<std::u16string> fields_;
+  std::vector<Record> records_;
+};
+
+// A text read as a floating-point number with the process's decimal
+// separator: blanks around it, an optional sign, digits with an optional
+// fraction, an optional exponent. Anything else gives false.
+bool TryTextToFloat(std::u16string_view text, double& value);
+// -1, 0 or 1; a text that is no number counts as 0.
+int32_t NumericCompare(std::u16string_view a, std::u16string_view b);
+
+}  // namespace qm
