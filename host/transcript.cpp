@@ -1,0 +1,61 @@
+#include "transcript.h"
+
+#include <cstdio>
+
+#include "core/utf.h"
+
+namespace qmhost {
+
+namespace {
+
+void Escape(unsigned char c, std::string& out, bool asciiOnly) {
+  static const char* hex = "0123456789abcdef";
+  switch (c) {
+    case '\r': out += "\\r"; return;
+    case '\n': out += "\\n"; return;
+    case '\t': out += "\\t"; return;
+    case '\\': out += "\\\\"; return;
+    case '"': out += "\\\""; return;
+    default: break;
+  }
+  if (c < 0x20 || c == 0x7F || (asciiOnly && c >= 0x80)) {
+    out += "\\x";
+    out += hex[c >> 4];
+    out += hex[c & 15];
+  } else {
+    out += static_cast<char>(c);
+  }
+}
+
+}  // namespace
+
+std::string Quote(std::u16string_view text) {
+  std::string out = "\"";
+  for (unsigned char c : qm::Utf16ToUtf8(text)) Escape(c, out, false);
+  return out + "\"";
+}
+
+std::string QuoteBytes(std::string_view bytes) {
+  std::string out = "\"";
+  for (unsigned char c : bytes) Escape(c, out, true);
+  return out + "\"";
+}
+
+void Print(const std::string& line) {
+  std::fwrite(line.data(), 1, line.size(), stdout);
+  std::fputc('\n', stdout);
+  std::fflush(stdout);
+}
+
+const char* LevelName(int infoType) {
+  switch (infoType) {
+    case 0: return "info";
+    case 1: return "warning";
+    case 2: return "error";
+    case 3: return "neutral";
+    case 4: return "debug";
+    default: return "level?";
+  }
+}
+
+}  // namespace qmhost

@@ -1,0 +1,19 @@
+// What qmhost prints: one line per event, texts escaped so that every byte
+// and control character is visible and the output is the same on all builds.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace qmhost {
+
+// Quoted text: printable characters as they are, \r \n \t \\ \" and \xNN for
+// other control bytes; non-ASCII characters stay UTF-8.
+std::string Quote(std::u16string_view text);
+// Quoted bytes: every byte outside printable ASCII as \xNN.
+std::string QuoteBytes(std::string_view bytes);
+
+void Print(const std::string& line);
+const char* LevelName(int infoType);
+
+}  // namespace qmhost

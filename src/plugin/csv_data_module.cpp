@@ -1,0 +1,112 @@
+#include "plugin/csv_data_module.h"
+
+#include "actions/action_table.h"
+#include "core/errors.h"
+#include "core/messages.h"
+#include "platform/file_system.h"
+#include "platform/host_window.h"
+#include "platform/module_info.h"
+#include "plugin/csv_image.h"
+#include "plugin/host_services.h"
+#include "plugin/plugin_params.h"
+#include "table/job_table.h"
+
+namespace qm {
+
+namespace {
+
+struct CatalogueEntry {
+  std::u16string_view name;
+  std::u16string_view id;
+  int32_t type;
+  int32_t indent;
+};
+
+// The catalogue as the host shows and stores it; the position is the index
+// the routines are dispatched on.
+constexpr CatalogueEntry kCatalogue[kActionCount] = {
+    {u"CSV Open Data", u"A_CSV_OPEN", atSimple, 0},
+    {u"CSV Get Data Information", u"A_CSV_INFO", atSimple, 0},
+    {u"CSV Add Column", u"A_CSV_ADDCOLUMN", atSimple, 0},
+    {u"CSV Remove Column", u"A_CSV_REMOVECOLUMN", atSimple, 0},
+    {u"CSV Sort by Column", u"A_CSV_SORT", atSimple, 0},
+    {u"CSV Move Column", u"A_CSV_MOVECOLUMN", atSimple, 0},
+    {u"CSV Read Cells", u"A_CSV_READCELLS", atSimple, 0},
+    {u"CSV Write Cells", u"A_CSV_WRITECELLS", atSimple, 0},
+    {u"CSV Merge Data", u"A_CSV_MERGE", atSimple, 0},
+    {u"CSV Filter Data", u"A_CSV_FILTER", atSimple, 0},
+    {u"CSV Data Loop", u"A_CSV_LOOP", atBeginLoop, 1},
+    {u"CSV Remove Duplicates", u"A_CSV_REMOVEDUPL", atSimple, 0},
+    {u"CSV Save Data", u"A_CSV_SAVE", atSimple, 0},
+};
+
+std::u16string HostText(void* window, uintptr_t which) {
+  intptr_t answer = 0;
+  if (!QueryHostWindow(window, kQmMsgHostSetting, which, answer) || answer == 0) return {};
+  return std::u16string(reinterpret_cast<const char16_t*>(answer));
+}
+
+}  // namespace
+
+TCSVDataDM::TCSVDataDM() {
+  ImageCollection.push_back({u"csv", std::vector<uint8_t>(kCsvImagePng, kCsvImagePng + kCsvImagePngSize)});
+  Plugin.Description = u"CSV Data";
+  Plugin.ID = 717399667;
+  Plugin.ImageCollection = &ImageCollection;
+  Plugin.ImageNum = 0;
+  Plugin.OnAbout = [this] { PluginAbout(); };
+  for (const auto& entry : kCatalogue) {
+    TAction& action = Plugin.AddAction();
+    action.Name = entry.name;
+    action.SetActionID(entry.id);
+    action.ActionType = entry.type;
+    action.Indent = entry.indent;
+    action.AllowNTService = true;
+    action.ImageNum = 0;
+    action.OnExecAction = [this](TAction& a, QmTaskBridge& t, TAFActionParams& p) { return ActionExec(a, t, p); };
+    action.OnConfigAction = [this](TAction& a, TAFActionParams& p) { return ActionConfig(a, p); };
+    // The step text is the action's name: the description handler changes nothing.
+    action.OnActionDescr = [](TAction&, TAFActionParams&, std::u16string&) {};
+    action.OnActionDelete = [](TAction&, TAFActionParams&) {};
+    action.OnJobStop = [this](TAction& a, QmTaskBridge& t, TAFActionParams& p) { ActionJobStop(a, t, p); };
+  }
+}
+
+void TCSVDataDM::ReadHostSettings() {
+  void* window = Plugin.AppInfo().WHandle;
+  intptr_t number = 0;
+  if (QueryHostWindow(window, kQmMsgHostSetting, kQmSettingNumber, number)) Settings.number = number;
+  const std::u16string folder = HostText(window, kQmSettingFolder);
+  if (!folder.empty()) Settings.folder = AddTrailingDelimiter(folder) + RemoveChar(Plugin.Description, u' ');
+  Settings.text = HostText(window, kQmSettingText);
+}
+
+bool TCSVDataDM::ActionConfig(TAction& sender, TAFActionParams& params) {
+  TQMPluginParams p(params);
+  const auto configure = RoutinesForIndex(sender.Index).configure;
+  const bool confirmed = configure && configure(p);
+  if (confirmed) p.ToActionParams(params);
+  return confirmed;
+}
+
+bool TCSVDataDM::ActionExec(TAction& sender, QmTaskBridge& task, TAFActionParams& params) {
+  // Nothing is caught here: a failure that escapes a routine travels on to
+  // the host, and the parameter block is never written back.
+  TQMPluginParams p(params);
+  const auto execute = RoutinesForIndex(sender.Index).execute;
+  return execute && execute(task, p);
+}
+
+void TCSVDataDM::ActionJobStop(TAction& sender, QmTaskBridge& task, TAFActionParams& params) {
+  FreeJobTable(task);
+  TQMPluginParams p(params);
+  // Only this index releases a saved loop, and it is not the Data Loop's own
+  // index: a Data Loop stopped half way keeps its loop object. Kept as it is.
+  if (sender.Index == kJobStopLoopIndex) StopDataLoopForStep(task, p);
+}
+
+void TCSVDataDM::PluginAbout() {
+  ShowAbout(Plugin.Icon, Plugin.Description, Format(msg::kAboutAddon, {OwnFileVersion()}));
+}
+
+}  // namespace qm

@@ -1,0 +1,370 @@
+/*
+ * The binary boundary between Quillmate and a plug-in: every record the two
+ * exchange, laid out as the host expects on Win64 (8-byte alignment,
+ * little-endian). Compiles as C and as C++.
+ *
+ * Ownership in one line each: records marked "host-owned" belong to the host
+ * and are valid during the call; records the plug-in hands out live inside the
+ * plug-in object until the library unloads; every block of memory that crosses
+ * the boundary comes from QMGetMemory and goes back through QMFreeMemory with
+ * the size it was taken with. Text is zero-terminated UTF-16LE (char16_t, never
+ * wchar_t, which is 4 bytes on Linux). LongBool: 4 bytes, 0 false, anything
+ * else true; the plug-in writes true as -1.
+ */
+#ifndef QMCSV_HOST_ABI_H
+#define QMCSV_HOST_ABI_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+#ifdef __cplusplus
+#include <uchar.h>
+extern "C" {
+#else
+#include <uchar.h>
+#endif
+
+typedef int32_t LongBool;
+enum { kLongTrue = -1, kLongFalse = 0 };
+
+/* TAFInfoType: log levels. */
+enum { itInfo = 0, itWarning = 1, itError = 2, itNeutral = 3, itDebug = 4 };
+/* TAFActionType. */
+enum { atSimple = 0, atBeginLoop = 1, atEndLoop = 2, atElse = 3, atEndIf = 4, atIf = 5, atElseIf = 6 };
+/* TAFJobState. */
+enum { jsManual = 0, jsIdle = 1, jsDisabled = 2, jsRunning = 3, jsStopped = 4 };
+/* TWhereAddMenuItem. */
+enum { waMainMenu = 0, waTrayMenu = 1 };
+
+typedef struct TAFActionInfo TAFActionInfo;
+
+/* Host procedures. */
+typedef void (*TAFSimpleProc)(void);
+typedef void (*TAFInfoOut)(int32_t infoType, const char16_t* infoStr);
+/* P is the address of the caller's pointer variable; Size counts bytes. */
+typedef void (*TAFGetFreeMem)(void** p, int32_t size);
+typedef void (*TAFJobsEnumProc)(int32_t jobId, const char16_t* jobName, int32_t state, uintptr_t context);
+typedef void (*TAFJobsEnum)(TAFJobsEnumProc proc, uintptr_t context);
+typedef void (*TAFJobsEnumENV)(TAFJobsEnumProc proc, uintptr_t context, LongBool checkEnv);
+typedef uintptr_t (*TAFJobRunProc)(int32_t jobId, const char16_t* cause, const char16_t* parameters, LongBool guarantee);
+typedef void (*TAFJobProc)(int32_t jobId);
+typedef void (*TAFJobStopProc)(int32_t jobId, LongBool kill);
+typedef uintptr_t (*TAFAddMenuItem)(const char16_t* caption, const char16_t* shortcut, TAFSimpleProc proc,
+                                    int32_t whereAdd);
+typedef void (*TAFRemoveMenuItem)(uintptr_t handle);
+/* bufSize counts bytes, the terminator included, both ways; on a buffer too
+   small the host sets error and writes the size it needs into bufSize. */
+typedef void (*TAFExpandText)(const char16_t* source, char16_t* buf, int32_t* bufSize, LongBool* error);
+typedef LongBool (*TAFSelectVar)(char16_t* buf, int32_t bufSize);
+typedef void (*TAFGetVarValue)(const char16_t* varName, const char16_t* params, char16_t* buffer, int32_t* bufSize,
+                               LongBool* error, uint32_t threadId);
+typedef void (*TAFAddVar)(const char16_t* name, const char16_t* description, const char16_t* cat, TAFGetVarValue proc);
+typedef int32_t (*TAFGetCurrentJobID)(void);
+typedef void (*TAFUserVarProc)(const char16_t* name, const char16_t* value);
+typedef void (*TAFPluinAbout)(void* icon, const char16_t* title, const char16_t* addon, int32_t pluginId);
+
+/* A step as the host describes it (host-owned). */
+typedef struct TQMActionPassport TQMActionPassport;
+
+typedef void (*TQMEnumActionsProc)(int32_t step, TQMActionPassport* info, const char16_t* params, uintptr_t context);
+typedef void (*TQMEnumActions)(int32_t taskId, TQMEnumActionsProc proc, uintptr_t context);
+typedef int32_t (*TQMGetNextStep)(int32_t taskId);
+typedef LongBool (*TQMSetNextStep)(int32_t taskId, int32_t step);
+typedef LongBool (*TQMGetPrivateVariable)(int32_t taskId, const char16_t* var, char16_t* destBuf, int32_t* sizeBuf);
+typedef void (*TQMSetPrivateVariable)(int32_t taskId, const char16_t* var, const char16_t* val);
+typedef void (*TQMSetLastError)(int32_t taskId, uint32_t errorCode, const char16_t* description);
+typedef void (*TQMSetRuntimeTag)(int32_t taskId, int32_t stepNum, int32_t tag);
+typedef int32_t (*TQMGetRuntimeTag)(int32_t taskId, int32_t stepNum);
+
+/* One action as the plug-in describes it: 48 bytes from QMGetMemory, freed by
+   the plug-in at unload. Its texts point into the plug-in's catalogue. */
+struct TAFActionInfo {
+  const char16_t* Name;
+  void* Icon;
+  LongBool AllowNTService;
+  int32_t Indent; /* -1, 0 or 1 */
+  int32_t ActionType;
+  const char16_t* ActionID;
+  const char16_t* ScriptFunctionName;
+};
+
+struct TQMActionPassport {
+  int32_t PluginId;
+  int32_t Numaction;
+  TAFActionInfo info;
+};
+
+/* Task management, embedded in TAFAppInfo. */
+typedef struct TTaskManage {
+  TQMEnumActions EnumActions;
+  TQMGetNextStep GetNextStep;
+  TQMSetNextStep SetNextStep;
+  TQMGetNextStep GetCurrentStep;
+  TQMGetPrivateVariable GetPrivateVariable;
+  TQMSetPrivateVariable SetPrivateVariable;
+} TTaskManage;
+
+/* The host's facilities, handed to InitQMPlugin (host-owned; the plug-in keeps
+   a copy of all 304 bytes). */
+typedef struct TAFAppInfo {
+  const char16_t* Ver; /* host version text, e.g. "9.5.0.1" */
+  void* WHandle;       /* host window, target of the settings queries */
+  LongBool ServiceMode;
+  int32_t ServiceModePad;
+  TAFInfoOut InfoOut;
+  TAFGetFreeMem QMGetMemory;
+  TAFGetFreeMem QMFreeMemory;
+  TAFJobsEnum JobsEnum;
+  TAFJobRunProc JobRun;
+  TAFGetCurrentJobID GetCurrentJobID;
+  TAFJobStopProc JobStop;
+  TAFJobProc JobTriggersOn;
+  TAFJobProc JobTriggersOff;
+  TAFAddMenuItem AddMenuItem;
+  TAFRemoveMenuItem RemoveMenuItem;
+  TAFExpandText ExpandText;
+  TAFSelectVar SelectVar;
+  TAFAddVar AddSysVar;
+  TAFUserVarProc AddUserVar;
+  TAFUserVarProc DelUserVar;
+  TAFUserVarProc SetUserVar;
+  TAFSimpleProc AppMinimize;
+  TAFSimpleProc AppRestore;
+  TAFSimpleProc AppClose;
+  TAFSimpleProc AutomationOn;
+  TAFSimpleProc AutomationOff;
+  int32_t Reserved1;
+  int32_t Reserved2;
+  TAFPluinAbout PluginAbout;
+  TTaskManage TaskManage;
+  int32_t Reserved3;
+  int32_t Reserved3Pad;
+  TQMSetLastError SetLastError; /* may be null */
+  TAFJobsEnumENV JobsEnumENV;
+  TQMSetRuntimeTag SetRuntimeTag;
+  TQMGetRuntimeTag GetRuntimeTag;
+} TAFAppInfo;
+
+/* A step's parameter block (host-owned; the plug-in may replace PPtr/Size
+   with a block of its own from QMGetMemory, which the host then owns). */
+typedef struct TAFActionParams {
+  int32_t Size; /* bytes at PPtr, terminator included */
+  char16_t* PPtr;
+  uint32_t TaskID;
+  int32_t StepNum;
+  LongBool IsRemote;
+} TAFActionParams;
+
+typedef struct TAFEventParams {
+  int32_t JobID;
+  int32_t Size;
+  char16_t* PPtr;
+  uint32_t UniqueID;
+  LongBool IsRemote;
+} TAFEventParams;
+
+typedef struct TAFEventInfo {
+  const char16_t* Name;
+  void* Icon;
+  LongBool AllowNTService;
+  const char16_t* EventID;
+} TAFEventInfo;
+
+/* Image export: on a buffer too small, returns false with the size needed. */
+typedef LongBool (*TGetActionTriggerLogo)(int32_t num, void* buffer, uint32_t* size);
+typedef LongBool (*TGetPluginLogo)(void* buffer, uint32_t* size);
+typedef void (*TSetDWORD)(uint32_t param);
+
+typedef TAFActionInfo* (*TAFGetActionInfo)(int32_t index);
+typedef LongBool (*TAFConfigAction)(int32_t index, TAFActionParams* params);
+/* taskIntf: the host's task interface (IUnknown-style, see task_bridge.h). */
+typedef LongBool (*TAFExecAction)(int32_t index, void* taskIntf, TAFActionParams* params);
+/* descr: host buffer of at least 257 characters. */
+typedef void (*TAFActionDescr)(int32_t index, TAFActionParams* params, char16_t* descr);
+typedef void (*TAFDeleteAction)(int32_t index, TAFActionParams* params);
+typedef void (*TAFJobStopAction)(int32_t index, void* taskIntf, TAFActionParams* params);
+
+typedef struct TAFActionsInfo {
+  int32_t ActionsCount;
+  TAFGetActionInfo GetActionInfo;
+  TAFConfigAction ConfigAction;
+  TAFExecAction ExecAction;
+  TAFActionDescr ActionDescr;
+  TAFDeleteAction DeleteAction;
+  TAFJobStopAction JobStop;
+  TGetActionTriggerLogo GetActionImage;
+} TAFActionsInfo;
+
+typedef TAFEventInfo* (*TAFGetEventInfo)(int32_t index);
+typedef LongBool (*TAFConfigEvent)(int32_t index, TAFEventParams* params);
+typedef void (*TAFStopEvent)(int32_t index, TAFEventParams* params);
+typedef void (*TAFEventDescr)(int32_t index, TAFEventParams* params, char16_t* descr);
+
+typedef struct TAFEventsInfo {
+  int32_t EventsCount;
+  TAFGetEventInfo GetEventInfo;
+  TAFConfigEvent ConfigEvent;
+  TAFConfigEvent StartEvent;
+  TAFStopEvent StopEvent;
+  TAFEventDescr EventDescr;
+  TAFStopEvent DeleteEvent;
+  TAFStopEvent DuplicateEvent;
+  TGetActionTriggerLogo GetTriggerImage;
+} TAFEventsInfo;
+
+/* What InitQMPlugin returns: lives inside the plug-in object until unload. */
+typedef struct TAFPluginInfo {
+  int32_t ID;
+  void* Icon;
+  const char16_t* Descr;
+  TAFSimpleProc PluginConfig;   /* null unless the plug-in has a settings dialog */
+  TAFSimpleProc About;          /* null unless the plug-in has an about box */
+  TAFSimpleProc ShutdownPlugin; /* null unless the plug-in wants a shutdown call */
+  LongBool IsActions;
+  TAFActionsInfo* ActionsInfo; /* null without actions */
+  LongBool IsEvents;
+  TAFEventsInfo* EventsInfo; /* null without events */
+  TSetDWORD SetLocale;
+  TGetPluginLogo GetPluginImage; /* null without an image collection */
+  TAFSimpleProc ClearImages;     /* null without an image collection */
+} TAFPluginInfo;
+
+/* The one exported function. Returns null when the plug-in declines to load. */
+typedef TAFPluginInfo* (*TInitQMPlugin)(TAFAppInfo* appInfo);
+
+/* Host window queries (SendMessage to WHandle). */
+enum { kQmMsgHostSetting = 0x6019, kQmMsgHostBridge = 0x6026 };
+enum { kQmSettingNumber = 4, kQmSettingFolder = 7, kQmSettingText = 0, kQmSettingScale = 9 };
+
+/* The task interface's GUID: {5C1D7A20-3E84-4B9F-A6D2-71F0C8E3B945}. */
+typedef struct QmGuid {
+  uint32_t Data1;
+  uint16_t Data2;
+  uint16_t Data3;
+  uint8_t Data4[8];
+} QmGuid;
+
+#ifdef __cplusplus
+}  // extern "C"
+
+#define QM_CHECK_OFFSET(type, field, offset) static_assert(offsetof(type, field) == (offset), #type "." #field)
+#else
+#define QM_CHECK_OFFSET(type, field, offset) _Static_assert(offsetof(type, field) == (offset), #type "." #field)
+#define static_assert _Static_assert
+#endif
+
+static_assert(sizeof(void*) == 8, "the host boundary is 64-bit");
+
+QM_CHECK_OFFSET(TAFAppInfo, Ver, 0x000);
+QM_CHECK_OFFSET(TAFAppInfo, WHandle, 0x008);
+QM_CHECK_OFFSET(TAFAppInfo, ServiceMode, 0x010);
+QM_CHECK_OFFSET(TAFAppInfo, InfoOut, 0x018);
+QM_CHECK_OFFSET(TAFAppInfo, QMGetMemory, 0x020);
+QM_CHECK_OFFSET(TAFAppInfo, QMFreeMemory, 0x028);
+QM_CHECK_OFFSET(TAFAppInfo, JobsEnum, 0x030);
+QM_CHECK_OFFSET(TAFAppInfo, JobRun, 0x038);
+QM_CHECK_OFFSET(TAFAppInfo, GetCurrentJobID, 0x040);
+QM_CHECK_OFFSET(TAFAppInfo, JobStop, 0x048);
+QM_CHECK_OFFSET(TAFAppInfo, JobTriggersOn, 0x050);
+QM_CHECK_OFFSET(TAFAppInfo, JobTriggersOff, 0x058);
+QM_CHECK_OFFSET(TAFAppInfo, AddMenuItem, 0x060);
+QM_CHECK_OFFSET(TAFAppInfo, RemoveMenuItem, 0x068);
+QM_CHECK_OFFSET(TAFAppInfo, ExpandText, 0x070);
+QM_CHECK_OFFSET(TAFAppInfo, SelectVar, 0x078);
+QM_CHECK_OFFSET(TAFAppInfo, AddSysVar, 0x080);
+QM_CHECK_OFFSET(TAFAppInfo, AddUserVar, 0x088);
+QM_CHECK_OFFSET(TAFAppInfo, DelUserVar, 0x090);
+QM_CHECK_OFFSET(TAFAppInfo, SetUserVar, 0x098);
+QM_CHECK_OFFSET(TAFAppInfo, AppMinimize, 0x0A0);
+QM_CHECK_OFFSET(TAFAppInfo, AppRestore, 0x0A8);
+QM_CHECK_OFFSET(TAFAppInfo, AppClose, 0x0B0);
+QM_CHECK_OFFSET(TAFAppInfo, AutomationOn, 0x0B8);
+QM_CHECK_OFFSET(TAFAppInfo, AutomationOff, 0x0C0);
+QM_CHECK_OFFSET(TAFAppInfo, Reserved1, 0x0C8);
+QM_CHECK_OFFSET(TAFAppInfo, Reserved2, 0x0CC);
+QM_CHECK_OFFSET(TAFAppInfo, PluginAbout, 0x0D0);
+QM_CHECK_OFFSET(TAFAppInfo, TaskManage, 0x0D8);
+QM_CHECK_OFFSET(TAFAppInfo, Reserved3, 0x108);
+QM_CHECK_OFFSET(TAFAppInfo, SetLastError, 0x110);
+QM_CHECK_OFFSET(TAFAppInfo, JobsEnumENV, 0x118);
+QM_CHECK_OFFSET(TAFAppInfo, SetRuntimeTag, 0x120);
+QM_CHECK_OFFSET(TAFAppInfo, GetRuntimeTag, 0x128);
+static_assert(sizeof(TAFAppInfo) == 304, "TAFAppInfo size");
+
+QM_CHECK_OFFSET(TTaskManage, EnumActions, 0x00);
+QM_CHECK_OFFSET(TTaskManage, GetNextStep, 0x08);
+QM_CHECK_OFFSET(TTaskManage, SetNextStep, 0x10);
+QM_CHECK_OFFSET(TTaskManage, GetCurrentStep, 0x18);
+QM_CHECK_OFFSET(TTaskManage, GetPrivateVariable, 0x20);
+QM_CHECK_OFFSET(TTaskManage, SetPrivateVariable, 0x28);
+static_assert(sizeof(TTaskManage) == 48, "TTaskManage size");
+
+QM_CHECK_OFFSET(TAFPluginInfo, ID, 0x00);
+QM_CHECK_OFFSET(TAFPluginInfo, Icon, 0x08);
+QM_CHECK_OFFSET(TAFPluginInfo, Descr, 0x10);
+QM_CHECK_OFFSET(TAFPluginInfo, PluginConfig, 0x18);
+QM_CHECK_OFFSET(TAFPluginInfo, About, 0x20);
+QM_CHECK_OFFSET(TAFPluginInfo, ShutdownPlugin, 0x28);
+QM_CHECK_OFFSET(TAFPluginInfo, IsActions, 0x30);
+QM_CHECK_OFFSET(TAFPluginInfo, ActionsInfo, 0x38);
+QM_CHECK_OFFSET(TAFPluginInfo, IsEvents, 0x40);
+QM_CHECK_OFFSET(TAFPluginInfo, EventsInfo, 0x48);
+QM_CHECK_OFFSET(TAFPluginInfo, SetLocale, 0x50);
+QM_CHECK_OFFSET(TAFPluginInfo, GetPluginImage, 0x58);
+QM_CHECK_OFFSET(TAFPluginInfo, ClearImages, 0x60);
+static_assert(sizeof(TAFPluginInfo) == 104, "TAFPluginInfo size");
+
+QM_CHECK_OFFSET(TAFActionsInfo, ActionsCount, 0x00);
+QM_CHECK_OFFSET(TAFActionsInfo, GetActionInfo, 0x08);
+QM_CHECK_OFFSET(TAFActionsInfo, ConfigAction, 0x10);
+QM_CHECK_OFFSET(TAFActionsInfo, ExecAction, 0x18);
+QM_CHECK_OFFSET(TAFActionsInfo, ActionDescr, 0x20);
+QM_CHECK_OFFSET(TAFActionsInfo, DeleteAction, 0x28);
+QM_CHECK_OFFSET(TAFActionsInfo, JobStop, 0x30);
+QM_CHECK_OFFSET(TAFActionsInfo, GetActionImage, 0x38);
+static_assert(sizeof(TAFActionsInfo) == 64, "TAFActionsInfo size");
+
+QM_CHECK_OFFSET(TAFActionInfo, Name, 0x00);
+QM_CHECK_OFFSET(TAFActionInfo, Icon, 0x08);
+QM_CHECK_OFFSET(TAFActionInfo, AllowNTService, 0x10);
+QM_CHECK_OFFSET(TAFActionInfo, Indent, 0x14);
+QM_CHECK_OFFSET(TAFActionInfo, ActionType, 0x18);
+QM_CHECK_OFFSET(TAFActionInfo, ActionID, 0x20);
+QM_CHECK_OFFSET(TAFActionInfo, ScriptFunctionName, 0x28);
+static_assert(sizeof(TAFActionInfo) == 48, "TAFActionInfo size");
+
+QM_CHECK_OFFSET(TAFActionParams, Size, 0x00);
+QM_CHECK_OFFSET(TAFActionParams, PPtr, 0x08);
+QM_CHECK_OFFSET(TAFActionParams, TaskID, 0x10);
+QM_CHECK_OFFSET(TAFActionParams, StepNum, 0x14);
+QM_CHECK_OFFSET(TAFActionParams, IsRemote, 0x18);
+static_assert(sizeof(TAFActionParams) == 32, "TAFActionParams size");
+
+QM_CHECK_OFFSET(TAFEventsInfo, EventsCount, 0x00);
+QM_CHECK_OFFSET(TAFEventsInfo, GetEventInfo, 0x08);
+QM_CHECK_OFFSET(TAFEventsInfo, ConfigEvent, 0x10);
+QM_CHECK_OFFSET(TAFEventsInfo, StartEvent, 0x18);
+QM_CHECK_OFFSET(TAFEventsInfo, StopEvent, 0x20);
+QM_CHECK_OFFSET(TAFEventsInfo, EventDescr, 0x28);
+QM_CHECK_OFFSET(TAFEventsInfo, DeleteEvent, 0x30);
+QM_CHECK_OFFSET(TAFEventsInfo, DuplicateEvent, 0x38);
+QM_CHECK_OFFSET(TAFEventsInfo, GetTriggerImage, 0x40);
+static_assert(sizeof(TAFEventsInfo) == 72, "TAFEventsInfo size");
+
+QM_CHECK_OFFSET(TAFEventInfo, Name, 0x00);
+QM_CHECK_OFFSET(TAFEventInfo, Icon, 0x08);
+QM_CHECK_OFFSET(TAFEventInfo, AllowNTService, 0x10);
+QM_CHECK_OFFSET(TAFEventInfo, EventID, 0x18);
+static_assert(sizeof(TAFEventInfo) == 32, "TAFEventInfo size");
+
+QM_CHECK_OFFSET(TAFEventParams, JobID, 0x00);
+QM_CHECK_OFFSET(TAFEventParams, Size, 0x04);
+QM_CHECK_OFFSET(TAFEventParams, PPtr, 0x08);
+QM_CHECK_OFFSET(TAFEventParams, UniqueID, 0x10);
+QM_CHECK_OFFSET(TAFEventParams, IsRemote, 0x14);
+
+QM_CHECK_OFFSET(TQMActionPassport, PluginId, 0);
+QM_CHECK_OFFSET(TQMActionPassport, Numaction, 4);
+QM_CHECK_OFFSET(TQMActionPassport, info, 8);
+
+#endif /* QMCSV_HOST_ABI_H */

@@ -1,0 +1,50 @@
+// The thin wrappers through which the rest of the plug-in reaches the host:
+// log lines, error reports, variable expansion and variables, the about box.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "plugin/host_abi.h"
+
+namespace qm {
+
+class QmTaskBridge;
+
+// The plug-in's copy of the host record; raises before initialisation.
+const TAFAppInfo& HostApp();
+
+// One line to the task's log when a task is at hand, else to the general log.
+void LogText(int32_t infoType, std::u16string_view text, const QmTaskBridge* task = nullptr);
+// Sets the task's last error (when the host offers that), then writes each
+// non-empty line of the text to the general log at the error level.
+void ReportError(uint32_t taskId, uint32_t code, std::u16string_view text);
+// Each non-empty line to the general log at the warning level.
+void LogWarningLines(std::u16string_view text);
+// Each non-empty line of a text, in order (lines end at CR LF, CR or LF).
+template <typename Fn>
+void ForEachNonEmptyLine(std::u16string_view text, Fn&& fn);
+
+// Expands {variable} references through the host; text without "{" is
+// returned as it is without asking the host.
+std::u16string ExpandVariables(std::u16string_view text);
+// The host's variable picker; empty when the user cancelled.
+std::u16string SelectVariable();
+// Sets a host variable; the name is expanded first only when asked to.
+void SetVariable(std::u16string_view name, std::u16string_view value, bool expandName = false);
+void ShowAbout(void* icon, std::u16string_view title, std::u16string_view addon);
+int32_t DefaultScale();
+
+template <typename Fn>
+void ForEachNonEmptyLine(std::u16string_view text, Fn&& fn) {
+  size_t start = 0;
+  for (size_t i = 0; i <= text.size(); ++i) {
+    if (i == text.size() || text[i] == u'\r' || text[i] == u'\n') {
+      if (i > start) fn(text.substr(start, i - start));
+      start = i + 1;
+    }
+  }
+}
+
+}  // namespace qm

@@ -1,0 +1,63 @@
+// A step's parameter block: name=value lines with typed access.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "plugin/host_abi.h"
+
+namespace qm {
+
+class TQMParamParser {
+ public:
+  TQMParamParser() = default;
+  explicit TQMParamParser(const TAFActionParams& params);
+  explicit TQMParamParser(const TAFEventParams& params);
+  // A block from its text (CR LF, LF or CR end a line).
+  explicit TQMParamParser(std::u16string_view text) { SetText(text); }
+
+  void Clear() { lines_.clear(); }
+  bool ParamExist(std::u16string_view name) const { return Find(name) >= 0; }
+
+  std::u16string GetString(std::u16string_view name) const { return GetStringDef(name, {}); }
+  // A present but empty value is returned as it is, not replaced by the default.
+  std::u16string GetStringDef(std::u16string_view name, std::u16string_view fallback) const;
+  int32_t GetInteger(std::u16string_view name) const { return GetIntegerDef(name, 0); }
+  int32_t GetIntegerDef(std::u16string_view name, int32_t fallback) const;
+  bool GetBool(std::u16string_view name) const { return GetBoolDef(name, false); }
+  bool GetBoolDef(std::u16string_view name, bool fallback) const;
+  // A list stored as name_count and name_0 .. name_<n-1>, joined by CR LF.
+  std::u16string GetStrings(std::u16string_view name) const { return GetStringsDef(name, {}); }
+  std::u16string GetStringsDef(std::u16string_view name, std::u16string_view fallback) const;
+
+  // An empty value removes the line: the key then reads as its default.
+  void SetString(std::u16string_view name, std::u16string_view value);
+  void SetInteger(std::u16string_view name, int32_t value);
+  void SetBool(std::u16string_view name, bool value) { SetString(name, value ? u"1" : u"0"); }
+  void SetStrings(std::u16string_view name, const std::vector<std::u16string>& items);
+
+  // The whole block, every line ending in CR LF.
+  std::u16string Text() const;
+  void SetText(std::u16string_view text);
+
+  bool IsEvent = false;
+  uint32_t TaskID = 0;
+  int32_t StepNum = 0;
+  uint32_t UniqueID = 0;
+  bool IsRemote = false;
+
+ private:
+  int Find(std::u16string_view name) const;
+  std::vector<std::u16string> lines_;
+};
+
+// Splits text into lines at CR LF, a lone CR or a lone LF; a break at the very
+// end adds no empty line; a character 0 ends the text.
+std::vector<std::u16string> SplitLines(std::u16string_view text);
+
+// A zero-terminated UTF-16 text as a view (null gives the empty view).
+std::u16string_view ZText(const char16_t* text, size_t limit = SIZE_MAX);
+
+}  // namespace qm

@@ -1,0 +1,43 @@
+// The running task as the host offers it: a COM-style interface whose method
+// table the plug-in calls by position.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "plugin/host_abi.h"
+
+namespace qm {
+
+extern const QmGuid kIQmTaskBridgeGuid;
+
+// A counted reference to the host's task interface (IQmTaskBridge).
+class QmTaskBridge {
+ public:
+  // Casts a host interface to IQmTaskBridge; raises when it refuses.
+  static QmTaskBridge Cast(void* hostInterface);
+
+  QmTaskBridge() = default;
+  QmTaskBridge(const QmTaskBridge& other);
+  QmTaskBridge(QmTaskBridge&& other) noexcept : intf_(other.intf_) { other.intf_ = nullptr; }
+  QmTaskBridge& operator=(QmTaskBridge other) noexcept;
+  ~QmTaskBridge();
+
+  explicit operator bool() const { return intf_ != nullptr; }
+
+  int32_t TaskId() const;
+  int32_t StepCount() const;
+  TQMActionPassport StepPassport(int32_t step) const;
+  void SetNextStep(int32_t step) const;
+  // An absent variable reads as the empty text.
+  std::u16string GetPrivateVariable(std::u16string_view name) const;
+  void SetPrivateVariable(std::u16string_view name, std::u16string_view value) const;
+  void Log(int32_t infoType, std::u16string_view text) const;
+
+ private:
+  explicit QmTaskBridge(void* intf) : intf_(intf) {}
+  void* intf_ = nullptr;
+};
+
+}  // namespace qm
