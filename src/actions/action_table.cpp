@@ -3,6 +3,8 @@
 #include <array>
 #include <cstddef>
 
+#include "actions/open_data.h"
+
 namespace qm {
 
 namespace {
@@ -11,7 +13,7 @@ namespace {
 // Column, Sort, Move Column, Read Cells, Write Cells, Merge, Filter, Data Loop,
 // Remove Duplicates, Save.
 const std::array<ActionRoutines, kActionCount> kRoutines = {{
-    {},  // 0 CSV Open Data
+    {nullptr, &ExecOpenData},  // 0 CSV Open Data
     {},  // 1 CSV Get Data Information
     {},  // 2 CSV Add Column
     {},  // 3 CSV Remove Column
