@@ -10,6 +10,11 @@ inline constexpr std::u16string_view kListIndexOutOfBounds = u"List index out of
 inline constexpr std::u16string_view kInvalidInteger = u"'%s' is not a valid integer value";
 inline constexpr std::u16string_view kCannotOpenFile = u"Cannot open file \"%s\". %s";
 inline constexpr std::u16string_view kCannotCreateFile = u"Cannot create file \"%s\". %s";
+// A pattern that does not compile: the regular-expression library's own
+// message, then the position (in code units) where it gave up.
+inline constexpr std::u16string_view kRegexErrorAtOffset = u"%s at offset %d";
+// An error code the library has no text for.
+inline constexpr std::u16string_view kRegexUnknownError = u"Regular expression error %d";
 
 // Table and action messages.
 inline constexpr std::u16string_view kTextEmpty = u"Text is empty or contains no data";

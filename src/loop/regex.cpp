@@ -1,0 +1,115 @@
+#include "loop/regex.h"
+
+#define PCRE2_CODE_UNIT_WIDTH 16
+#include <pcre2.h>
+
+#include <new>
+#include <utility>
+
+#include "core/convert.h"
+#include "core/errors.h"
+#include "core/messages.h"
+
+namespace qm {
+
+namespace {
+
+static_assert(sizeof(PCRE2_UCHAR) == sizeof(char16_t));
+
+std::u16string LibraryMessage(int errorCode) {
+  PCRE2_UCHAR buffer[256];
+  const int length = pcre2_get_error_message(errorCode, buffer, sizeof buffer / sizeof buffer[0]);
+  if (length < 0) return Format(msg::kRegexUnknownError, {IntToStr(errorCode)});
+  return std::u16string(reinterpret_cast<const char16_t*>(buffer), static_cast<size_t>(length));
+}
+
+[[noreturn]] void RaiseLibraryError(int errorCode) { throw ERegexError(LibraryMessage(errorCode)); }
+
+}  // namespace
+
+void Regex::CodeDeleter::operator()(pcre2_code* p) const noexcept { pcre2_code_free(p); }
+void Regex::MatchDataDeleter::operator()(pcre2_match_data* p) const noexcept { pcre2_match_data_free(p); }
+void Regex::MatchContextDeleter::operator()(pcre2_match_context* p) const noexcept { pcre2_match_context_free(p); }
+void Regex::JitStackDeleter::operator()(pcre2_jit_stack* p) const noexcept { pcre2_jit_stack_free(p); }
+
+Regex::Regex(std::u16string pattern, bool caseless, bool allowJit)
+    : pattern_(std::move(pattern)), caseless_(caseless), allowJit_(allowJit) {}
+
+Regex::~Regex() = default;
+
+bool Regex::JitAvailable() noexcept {
+  uint32_t jit = 0;
+  return pcre2_config(PCRE2_CONFIG_JIT, &jit) >= 0 && jit != 0;
+}
+
+void Regex::Compile() {
+  if (code_) return;
+
+  // UTF semantics, and case-insensitive matching when asked; nothing else, so
+  // a stored pattern means what it means in Perl: no multi-line, dot-all,
+  // extended or anchored mode. Cells may hold invalid UTF-16 (a lone surrogate
+  // from a file or a variable). Plain UTF mode would reject such a subject with
+  // a UTF error, and skipping the check would be undefined behaviour;
+  // PCRE2_MATCH_INVALID_UTF instead lets the search run and simply never
+  // matches a character across the broken unit. It changes nothing for valid
+  // text, and it spares the per-cell validity scan that plain UTF mode runs.
+  uint32_t options = PCRE2_UTF | PCRE2_MATCH_INVALID_UTF;
+  if (caseless_) options |= PCRE2_CASELESS;
+
+  int errorCode = 0;
+  PCRE2_SIZE errorOffset = 0;
+  std::unique_ptr<pcre2_code, CodeDeleter> code(pcre2_compile(reinterpret_cast<PCRE2_SPTR>(pattern_.data()),
+                                                              pattern_.size(), options, &errorCode, &errorOffset,
+                                                              nullptr));
+  if (!code) {
+    throw ERegexError(Format(msg::kRegexErrorAtOffset, {LibraryMessage(errorCode), UIntToStr(errorOffset)}));
+  }
+
+  std::unique_ptr<pcre2_match_context, MatchContextDeleter> context(pcre2_match_context_create(nullptr));
+  // One pair is all a yes/no search needs; more capture groups only make the
+  // result 0 ("vector too small"), which still means a match.
+  std::unique_ptr<pcre2_match_data, MatchDataDeleter> matchData(pcre2_match_data_create(1, nullptr));
+  if (!context || !matchData) throw std::bad_alloc();
+  pcre2_set_match_limit(context.get(), kMatchLimit);
+  pcre2_set_depth_limit(context.get(), kDepthLimit);
+  pcre2_set_heap_limit(context.get(), kHeapLimitKiB);
+
+  // The JIT is an optimisation only: when the library lacks it or refuses the
+  // pattern, the interpreter gives the same answers, more slowly. It honours
+  // the match limit too. Its default stack (32 KiB of machine stack) is small
+  // for patterns that backtrack deeply, so it gets a stack of its own.
+  bool jit = false;
+  std::unique_ptr<pcre2_jit_stack, JitStackDeleter> jitStack;
+  if (allowJit_ && JitAvailable() && pcre2_jit_compile(code.get(), PCRE2_JIT_COMPLETE) == 0) {
+    jit = true;
+    jitStack.reset(pcre2_jit_stack_create(32 * 1024, 1024 * 1024, nullptr));
+    if (jitStack) pcre2_jit_stack_assign(context.get(), nullptr, jitStack.get());
+  }
+
+  code_ = std::move(code);
+  matchContext_ = std::move(context);
+  matchData_ = std::move(matchData);
+  jitStack_ = std::move(jitStack);
+  jit_ = jit;
+}
+
+bool Regex::Search(std::u16string_view subject) {
+  if (!code_) Compile();
+  // An empty view may carry no pointer; the library wants one even for length 0.
+  static constexpr char16_t kEmpty[1] = {0};
+  const char16_t* text = subject.data() ? subject.data() : kEmpty;
+  int rc = pcre2_match(code_.get(), reinterpret_cast<PCRE2_SPTR>(text), subject.size(), 0, 0, matchData_.get(),
+                       matchContext_.get());
+  if (rc == PCRE2_ERROR_JIT_STACKLIMIT) {
+    // The JIT keeps every pending backtrack on its own stack; a long cell under
+    // a repeated group can outgrow it where the interpreter, which keeps them
+    // on the heap, still succeeds. Give the same answer either way.
+    rc = pcre2_match(code_.get(), reinterpret_cast<PCRE2_SPTR>(text), subject.size(), 0, PCRE2_NO_JIT,
+                     matchData_.get(), matchContext_.get());
+  }
+  if (rc >= 0) return true;
+  if (rc == PCRE2_ERROR_NOMATCH) return false;
+  RaiseLibraryError(rc);
+}
+
+}  // namespace qm

@@ -1,0 +1,97 @@
+#include "loop/regex.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "core/errors.h"
+#include "core/utf.h"
+
+namespace qm {
+namespace {
+
+// Every behaviour must hold with the JIT and with the interpreter, the path a
+// build without JIT support takes.
+class RegexEngines : public testing::TestWithParam<bool> {};
+
+INSTANTIATE_TEST_SUITE_P(Engines, RegexEngines, testing::Values(true, false),
+                         [](const testing::TestParamInfo<bool>& info) { return info.param ? "Jit" : "Interpreter"; });
+
+// "match", "no match", or the message of the error raised.
+std::u16string Outcome(Regex& regex, std::u16string_view subject) {
+  try {
+    return regex.Search(subject) ? u"match" : u"no match";
+  } catch (const ERegexError& e) {
+    return e.Message();
+  }
+}
+
+TEST_P(RegexEngines, Outcomes) {
+  struct Case {
+    std::u16string_view pattern;
+    bool caseless;
+    std::u16string subject;
+    std::u16string_view outcome;
+  };
+  const Case cases[] = {
+      {u"^a.c$", true, u"ABC", u"match"},
+      {u"^a.c$", false, u"ABC", u"no match"},
+      {u"b", false, u"abc", u"match"},  // anywhere in the cell
+      {u"^b", false, u"abc", u"no match"},
+      {u"(a)(b)(c)", false, u"xabcx", u"match"},  // more groups than the match data holds
+      {u"^$", false, u"", u"match"},
+      // No option beyond case: not multi-line, not dot-all, not extended.
+      {u"^b", false, u"a\nb", u"no match"},
+      {u"a.b", false, u"a\nb", u"no match"},
+      {u"a b", false, u"ab", u"no match"},
+      {u"a$", false, u"a\n", u"match"},  // Perl's $ before a final newline
+      // UTF semantics: code points and Unicode case.
+      {u"^.$", false, u"\U00010400", u"match"},
+      {u"äpfel", true, u"ÄPFEL", u"match"},
+      {u"äpfel", false, u"ÄPFEL", u"no match"},
+      {u"σοφ", true, u"ΣΟΦΙΑ", u"match"},
+      {u"ς", true, u"Σ", u"match"},
+      // A lone surrogate in the cell is no character; the rest is searched.
+      {u"cd", false, u"ab\xD800" u"cd", u"match"},
+      {u"b.c", false, u"ab\xD800" u"cd", u"no match"},
+      {u"B", true, u"\xDC00" u"b", u"match"},
+      // Malformed patterns: the library's message and the offset.
+      {u"(abc", false, u"abc", u"missing closing parenthesis at offset 4"},
+      {u"a)", false, u"abc", u"unmatched closing parenthesis at offset 1"},
+      {u"*a", false, u"abc", u"quantifier does not follow a repeatable item at offset 0"},
+      {u"a\xD800", false, u"abc", u"UTF-16 error: missing low surrogate at end at offset 1"},
+      // Runaway backtracking ends at the match limit.
+      {u"(a+)+$", false, std::u16string(40, u'a') + u"!", u"match limit exceeded"},
+      {u"(a|aa)+$", false, std::u16string(60, u'a') + u"!", u"match limit exceeded"},
+      {u"^(\\w+\\s?)*$", false, u"An input that ends with a character the class refuses!", u"match limit exceeded"},
+      // 200,000 pending backtracks outgrow the JIT's stack; the answer stays.
+      {u"^(a|b)*$", false, std::u16string(200'000, u'a'), u"match"},
+      {u"^(a|b)*$", false, std::u16string(200'000, u'a') + u"c", u"no match"},
+  };
+  for (const auto& c : cases) {
+    Regex regex(std::u16string(c.pattern), c.caseless, GetParam());
+    EXPECT_EQ(Outcome(regex, c.subject), c.outcome) << Utf16ToUtf8(c.pattern);
+    // Reused: a second search gives the same, and a failed one left it usable.
+    EXPECT_EQ(Outcome(regex, c.subject), c.outcome) << Utf16ToUtf8(c.pattern);
+    EXPECT_EQ(regex.IsCompiled(), c.outcome.find(u" at offset ") == std::u16string_view::npos);
+  }
+}
+
+TEST(Regex, CompilesLazilyOnce) {
+  Regex regex(u"^a", true);
+  EXPECT_EQ(regex.Pattern(), u"^a");
+  EXPECT_TRUE(regex.Caseless());
+  EXPECT_FALSE(regex.IsCompiled());
+  EXPECT_TRUE(regex.Search(u"Abc"));
+  EXPECT_TRUE(regex.IsCompiled());
+  EXPECT_EQ(regex.UsesJit(), Regex::JitAvailable());
+  EXPECT_FALSE(regex.Search(std::u16string_view{}));  // an empty view without a pointer
+
+  Regex interpreted(u"^a", true, false);
+  interpreted.Compile();
+  EXPECT_TRUE(interpreted.IsCompiled());
+  EXPECT_FALSE(interpreted.UsesJit());
+}
+
+}  // namespace
+}  // namespace qm
