@@ -241,7 +241,7 @@ bool TaskRunner::RunBuiltin(int32_t i, std::string& failure) {
     const std::u16string name = host.Expand(step.Value(u"name"));
     const std::u16string value = host.Expand(step.Value(u"value"));
     host.variables[name] = value;
-    host.Event("  set " + Quote(name) + " = " + Quote(value));
+    host.Event("  set " + Quote(name) + " = " + QuoteValue(value));
   } else if (step.action == "show-file") {
     const std::string path = qm::Utf16ToUtf8(host.Expand(step.Value(u"name")));
     std::ifstream in(path, std::ios::binary);

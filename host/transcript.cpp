@@ -35,6 +35,13 @@ std::string Quote(std::u16string_view text) {
   return out + "\"";
 }
 
+std::string QuoteValue(std::u16string_view text) {
+  if (text.size() <= 1000) return Quote(text);
+  std::string out = Quote(text.substr(0, 40));
+  out.insert(out.size() - 1, "...");
+  return out + " (" + std::to_string(text.size()) + " characters)";
+}
+
 std::string QuoteBytes(std::string_view bytes) {
   std::string out = "\"";
   for (unsigned char c : bytes) Escape(c, out, true);

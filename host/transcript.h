@@ -10,6 +10,9 @@ namespace qmhost {
 // Quoted text: printable characters as they are, \r \n \t \\ \" and \xNN for
 // other control bytes; non-ASCII characters stay UTF-8.
 std::string Quote(std::u16string_view text);
+// As Quote, but a text longer than 1000 characters shows its first 40 and
+// its length, to keep transcripts of huge values readable.
+std::string QuoteValue(std::u16string_view text);
 // Quoted bytes: every byte outside printable ASCII as \xNN.
 std::string QuoteBytes(std::string_view bytes);
 

@@ -16,6 +16,8 @@ namespace {
 // The one initialised catalogue of this library; the host's calls reach it
 // through the free functions below.
 TAFPlugin* g_plugin = nullptr;
+// Set by the first Initialize and never cleared: one catalogue per library.
+bool g_initialised = false;
 
 std::u16string Upper(std::u16string_view text) {
   std::u16string out(text);
@@ -186,7 +188,7 @@ TEvent& TAFPlugin::AddEvent() {
 TAFPlugin* TAFPlugin::Current() { return g_plugin; }
 
 TAFPluginInfo* TAFPlugin::Initialize(const TAFAppInfo& appInfo) {
-  if (g_plugin) throw QmError(msg::kOnlyOnePlugin);
+  if (g_initialised) throw QmError(msg::kOnlyOnePlugin);
   moduleFileName_ = OwnModuleFileName();
   g_plugin = this;
   appInfo_ = appInfo;
@@ -258,6 +260,7 @@ TAFPluginInfo* TAFPlugin::Initialize(const TAFAppInfo& appInfo) {
     pluginInfo_.IsEvents = kLongTrue;
     pluginInfo_.EventsInfo = &eventsInfo_;
   }
+  g_initialised = true;
   return &pluginInfo_;
 }
 

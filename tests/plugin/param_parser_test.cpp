@@ -1,0 +1,86 @@
+#include "plugin/param_parser.h"
+
+#include <gtest/gtest.h>
+
+namespace qm {
+namespace {
+
+TEST(ParamParser, ReadsValuesAsStoredBlocksHoldThem) {
+  const TQMParamParser p(u"a=b=c\r\nFlag=\nyes=yes\ntwo=2\rneg=-1\r\nN=12x\nNAME=upper\nhex=$1F\nname=second\n");
+  EXPECT_EQ(p.GetString(u"a"), u"b=c");  // the value starts after the first "="
+  EXPECT_TRUE(p.ParamExist(u"Flag"));
+  EXPECT_TRUE(p.GetBoolDef(u"Flag", true));  // present but empty: the default
+  EXPECT_EQ(p.GetStringDef(u"Flag", u"x"), u"");  // ...but not for strings
+  EXPECT_FALSE(p.GetBoolDef(u"yes", true));  // unreadable counts as 0
+  EXPECT_TRUE(p.GetBool(u"two"));
+  EXPECT_TRUE(p.GetBool(u"neg"));
+  EXPECT_EQ(p.GetIntegerDef(u"N", 7), 7);
+  EXPECT_EQ(p.GetIntegerDef(u"hex", 0), 31);
+  EXPECT_EQ(p.GetString(u"name"), u"upper");  // names ignore case; the first line wins
+  EXPECT_EQ(p.GetIntegerDef(u"missing", 5), 5);
+  EXPECT_FALSE(p.ParamExist(u"missing"));
+}
+
+TEST(ParamParser, EmptyValueDeletesAndWritingEndsEveryLineWithCrLf) {
+  TQMParamParser p(u"k=1\nother=2");
+  p.SetString(u"K", u"");
+  EXPECT_FALSE(p.ParamExist(u"k"));
+  p.SetInteger(u"other", -3);
+  p.SetBool(u"b", true);
+  EXPECT_EQ(p.Text(), u"other=-3\r\nb=1\r\n");
+  p.SetString(u"multi", u"x\r\ny");  // not escaped: the break survives as a new line
+  EXPECT_EQ(TQMParamParser(p.Text()).GetString(u"multi"), u"x");
+}
+
+TEST(ParamParser, ListsKeepTheirCountAndDropLeadingEmptyItems) {
+  TQMParamParser p;
+  p.SetStrings(u"L", {u"a", u"", u"c"});
+  EXPECT_EQ(p.Text(), u"L_count=3\r\nL_0=a\r\nL_2=c\r\n");
+  EXPECT_EQ(p.GetStrings(u"L"), u"a\r\n\r\nc");
+  p.SetStrings(u"E", {u"", u"", u"a", u"", u"b"});
+  EXPECT_EQ(p.GetStrings(u"E"), u"a\r\n\r\nb");
+  p.SetStrings(u"L", {u"z"});  // a shorter list leaves the old tail, unread
+  EXPECT_EQ(p.GetStrings(u"L"), u"z");
+  EXPECT_TRUE(p.ParamExist(u"L_2"));
+  EXPECT_EQ(p.GetStringsDef(u"none", u"dflt"), u"dflt");
+  p.SetInteger(u"Z_count", 0);
+  EXPECT_EQ(p.GetStringsDef(u"Z", u"dflt"), u"dflt");
+}
+
+TEST(ParamParser, HostRecordsGiveTheBlockAndTheStepContext) {
+  std::u16string text = u"x=1\r\ny=2\r\n";
+  TAFActionParams action{};
+  action.PPtr = text.data();
+  action.Size = static_cast<int32_t>((text.size() + 1) * 2);
+  action.TaskID = 42;
+  action.StepNum = 3;
+  action.IsRemote = -1;
+  const TQMParamParser a(action);
+  EXPECT_EQ(a.GetString(u"y"), u"2");
+  EXPECT_EQ(a.TaskID, 42u);
+  EXPECT_EQ(a.StepNum, 3);
+  EXPECT_TRUE(a.IsRemote);
+  EXPECT_FALSE(a.IsEvent);
+
+  TAFEventParams event{};
+  event.JobID = 9;
+  event.UniqueID = 77;
+  event.PPtr = nullptr;  // no block at all reads as an empty one
+  const TQMParamParser e(event);
+  EXPECT_TRUE(e.IsEvent);
+  EXPECT_EQ(e.TaskID, 9u);
+  EXPECT_EQ(e.UniqueID, 77u);
+  EXPECT_EQ(e.Text(), u"");
+}
+
+TEST(ParamParser, SplitLinesFollowsTheLineBreakRules) {
+  using V = std::vector<std::u16string>;
+  EXPECT_EQ(SplitLines(u"a\r\nb\rc\nd"), (V{u"a", u"b", u"c", u"d"}));
+  EXPECT_EQ(SplitLines(u"a\n\rb"), (V{u"a", u"", u"b"}));  // LF CR is two breaks
+  EXPECT_EQ(SplitLines(u"a\r\n"), (V{u"a"}));              // no empty line at the end
+  EXPECT_EQ(SplitLines(std::u16string(u"a\0b", 3)), (V{u"a"}));
+  EXPECT_TRUE(SplitLines(u"").empty());
+}
+
+}  // namespace
+}  // namespace qm

@@ -1,0 +1,161 @@
+// The catalogue's host records, built once per process (a library holds one
+// initialised catalogue), with an allocator that checks every size.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <map>
+
+#include "core/errors.h"
+#include "plugin/af_plugin.h"
+#include "plugin/plugin_params.h"
+
+namespace qm {
+namespace {
+
+std::map<void*, int32_t> g_blocks;
+int g_badFrees = 0;
+
+void TestGetMemory(void** p, int32_t size) {
+  *p = std::malloc(static_cast<size_t>(size));
+  g_blocks[*p] = size;
+}
+
+void TestFreeMemory(void** p, int32_t size) {
+  const auto it = g_blocks.find(*p);
+  if (it == g_blocks.end() || it->second != size) {
+    ++g_badFrees;
+    return;
+  }
+  g_blocks.erase(it);
+  std::free(*p);
+  *p = nullptr;
+}
+
+TAFAppInfo TestApp() {
+  TAFAppInfo app{};
+  app.Ver = u"9.5";
+  app.QMGetMemory = &TestGetMemory;
+  app.QMFreeMemory = &TestFreeMemory;
+  return app;
+}
+
+TEST(PluginCatalogue, BuildsHostRecordsOnceAndReturnsThemAtDestruction) {
+  const size_t blocksBefore = g_blocks.size();
+  {
+    TAFPlugin plugin;
+    plugin.Description = u"Test";
+    plugin.ID = 1234;
+    TAction& a = plugin.AddAction();
+    a.Name = u"First";
+    a.SetActionID(u"a_csv_open");
+    a.Indent = 5;
+    a.ActionType = atBeginLoop;
+    TAction& b = plugin.AddAction();
+    b.Indent = -3;
+    b.AllowNTService = false;
+    plugin.OnAbout = [] {};
+
+    TAFPluginInfo* info = plugin.Initialize(TestApp());
+    ASSERT_NE(info, nullptr);
+    EXPECT_EQ(info->ID, 1234);
+    EXPECT_EQ(std::u16string(info->Descr), u"Test");
+    EXPECT_NE(info->About, nullptr);
+    EXPECT_EQ(info->PluginConfig, nullptr);
+    EXPECT_EQ(info->ShutdownPlugin, nullptr);
+    EXPECT_NE(info->SetLocale, nullptr);
+    EXPECT_EQ(info->GetPluginImage, nullptr);  // no image collection
+    EXPECT_EQ(info->ClearImages, nullptr);
+    EXPECT_EQ(info->IsActions, -1);
+    EXPECT_EQ(info->IsEvents, 0);
+    EXPECT_EQ(info->EventsInfo, nullptr);
+    ASSERT_EQ(info->ActionsInfo->ActionsCount, 2);
+    EXPECT_EQ(g_blocks.size(), blocksBefore + 2);
+
+    const TAFActionInfo* first = info->ActionsInfo->GetActionInfo(0);
+    EXPECT_EQ(g_blocks.at(const_cast<TAFActionInfo*>(first)), 48);
+    EXPECT_EQ(std::u16string(first->ActionID), u"A_CSV_OPEN");
+    EXPECT_EQ(first->Indent, 1);
+    EXPECT_EQ(first->ActionType, atBeginLoop);
+    EXPECT_EQ(first->AllowNTService, -1);
+    const TAFActionInfo* second = info->ActionsInfo->GetActionInfo(1);
+    EXPECT_EQ(second->Indent, -1);
+    EXPECT_EQ(second->AllowNTService, 0);
+    EXPECT_EQ(std::u16string(second->Name), u"New Action");
+    EXPECT_THROW(info->ActionsInfo->GetActionInfo(2), EListError);
+
+    // Without handlers: configure and execute answer false, the rest do nothing.
+    TAFActionParams params{};
+    EXPECT_EQ(info->ActionsInfo->ConfigAction(1, &params), 0);
+    char16_t descr[257];
+    info->ActionsInfo->ActionDescr(0, &params, descr);
+    EXPECT_EQ(std::u16string(descr), u"First");
+
+    try {
+      TAFPlugin other;
+      other.Initialize(TestApp());
+      FAIL() << "a second catalogue was initialised";
+    } catch (const QmError& e) {
+      EXPECT_EQ(e.Message(), u"Project can have only one component TAFPlugin");
+    }
+
+    // The parameter set goes back to the host in a block of its allocator.
+    TQMPluginParams set(u"a=1");
+    TAFActionParams out{};
+    set.ToActionParams(out);
+    EXPECT_EQ(out.Size, 12);
+    EXPECT_EQ(std::u16string(out.PPtr), u"a=1\r\n");
+    TQMPluginParams empty(u"");
+    empty.ToActionParams(out);  // the previous block is returned with its size
+    EXPECT_EQ(out.Size, 2);
+    EXPECT_EQ(out.PPtr[0], 0);
+    TAFEventParams ev{};
+    TQMPluginParams fromEvent(ev);
+    EXPECT_THROW(fromEvent.ToActionParams(out), QmError);
+    EXPECT_EQ(g_blocks.count(out.PPtr), 1u);  // untouched after the refusal
+    void* p = out.PPtr;
+    TestFreeMemory(&p, out.Size);
+  }
+  EXPECT_EQ(g_blocks.size(), blocksBefore);
+  EXPECT_EQ(g_badFrees, 0);
+}
+
+TEST(PluginCatalogue, ImagesFollowTheSizeProtocol) {
+  std::vector<PluginImage> images = {{u"csv", {1, 2, 3, 4}}};
+  TAFPlugin plugin;
+  plugin.ImageCollection = &images;
+  unsigned char buffer[8] = {};
+  uint32_t size = 0;
+  EXPECT_FALSE(plugin.ExportImage(0, buffer, &size));
+  EXPECT_EQ(size, 4u);
+  size = 4;
+  EXPECT_TRUE(plugin.ExportImage(0, buffer, &size));
+  EXPECT_EQ(buffer[3], 4);
+  size = 8;
+  EXPECT_TRUE(plugin.ExportImage(5, buffer, &size));  // no such image
+  EXPECT_EQ(size, 0u);
+  EXPECT_TRUE(plugin.ExportImage(-1, buffer, &size));
+  EXPECT_EQ(size, 0u);
+}
+
+TEST(PluginCatalogue, DescriptionsAreCutTo256Characters) {
+  EXPECT_EQ(FitDescription(std::u16string(256, u'x')), std::u16string(256, u'x'));
+  EXPECT_EQ(FitDescription(std::u16string(257, u'x')), std::u16string(253, u'x') + u"...");
+}
+
+TEST(ProducedVariables, SortedQuotedAndUniqueWithoutRegardToCase) {
+  TProducedVariables vars;
+  EXPECT_TRUE(vars.AddVarName(u"  rows \t"));
+  EXPECT_TRUE(vars.AddVarName(u"ROWS"));
+  EXPECT_FALSE(vars.AddVarName(u" \r\n"));
+  EXPECT_TRUE(vars.AddVarName(u"My Var"));
+  EXPECT_TRUE(vars.AddVarName(u"a\"b"));
+  EXPECT_EQ(vars.GetVariables(), u"\"a\"\"b\",\"My Var\",rows");
+  EXPECT_EQ(vars.ParameterName(), u"_qm_variables_produced");
+  TQMPluginParams block(u"_qm_variables_produced=old\r\n");
+  block.SetString(TProducedVariables().ParameterName(), TProducedVariables().GetVariables());
+  EXPECT_FALSE(block.ParamExist(u"_qm_variables_produced"));
+}
+
+}  // namespace
+}  // namespace qm
