@@ -1,5 +1,5 @@
 // File access and path helpers. Paths are UTF-16; Windows opens them with the
-// wide APIs, the native build converts them to UTF-8. Failures raise
+// wide APIs, the native build converts them to UTF-8 and reads "\" as "/". Failures raise
 // EFileError with "Cannot open file ..." (reading) or "Cannot create file ..."
 // (writing) followed by the reason; the common reasons read the same in both
 // builds.

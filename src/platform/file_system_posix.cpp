@@ -16,7 +16,15 @@ namespace qm {
 
 namespace {
 
-std::string NativePath(std::u16string_view path) { return Utf16ToUtf8(path); }
+// "\" separates folders here too, as on Windows, so that the same task and
+// the same path helpers work in both builds.
+std::string NativePath(std::u16string_view path) {
+  std::string native = Utf16ToUtf8(path);
+  for (char& c : native) {
+    if (c == '\\') c = '/';
+  }
+  return native;
+}
 
 bool ParentExists(const std::string& path) {
   const size_t slash = path.find_last_of('/');

@@ -1,0 +1,159 @@
+// Load, save and sort figures of the CSV table on a generated orders file.
+//   table_bench [records]   (default 1000000, about 100 MB)
+// Prints one line per figure with its unit.
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "core/utf.h"
+#include "generate_orders.h"
+#include "table/simple_csv_object.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+
+std::u16string WidePath(const fs::path& path) {
+  const std::u8string utf8 = path.u8string();
+  return qm::Utf8ToUtf16(std::string_view(reinterpret_cast<const char*>(utf8.data()), utf8.size()));
+}
+
+// A field of /proc/self/status in kB, or -1 where there is none.
+long StatusKb(const char* key) {
+  std::ifstream status("/proc/self/status");
+  std::string line;
+  const std::string prefix = std::string(key) + ":";
+  while (std::getline(status, line)) {
+    if (line.compare(0, prefix.size(), prefix) == 0) return std::strtol(line.c_str() + prefix.size(), nullptr, 10);
+  }
+  return -1;
+}
+
+// Starts a new high-water mark of the resident set (Linux 4.0 and later).
+bool ResetPeak() {
+  std::ofstream clear("/proc/self/clear_refs");
+  clear << "5";
+  clear.flush();
+  return static_cast<bool>(clear);
+}
+
+double Seconds(Clock::time_point since) { return std::chrono::duration<double>(Clock::now() - since).count(); }
+
+double Median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
+void Configure(qm::TSimpleCSVDataClass& table, qm::TextEncoding encoding) {
+  table.SetDelimiter(u';');
+  table.SetQuoteChar(u'"');
+  table.SetStrictDelimiter(true);
+  table.SetHeaderLine(true);
+  table.SetEncoding(encoding);
+}
+
+std::string ReadAll(const fs::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const unsigned long long records = argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 1000000ull;
+  const int runs = records > 2000000 ? 1 : 3;
+  const fs::path dir = fs::temp_directory_path();
+  const fs::path input = dir / ("qmcsv_bench_orders_" + std::to_string(records) + ".csv");
+  const fs::path output = dir / ("qmcsv_bench_saved_" + std::to_string(records) + ".csv");
+  const fs::path utf16 = dir / ("qmcsv_bench_utf16_" + std::to_string(records) + ".csv");
+
+  auto start = Clock::now();
+  const double fileBytes = static_cast<double>(qm::bench::WriteOrdersFile(input.string(), records));
+  const double mb = fileBytes / 1e6;
+  std::printf("records: %llu\n", records);
+  std::printf("file_size: %.1f MB\n", mb);
+  std::printf("generate: %.2f s\n", Seconds(start));
+
+  qm::TSimpleCSVDataClass table;
+  Configure(table, qm::TextEncoding::UTF8);
+
+  // Load: the first run also gives the memory figures.
+  std::vector<double> times;
+  const long baseKb = StatusKb("VmRSS");
+  const bool peakReset = ResetPeak();
+  for (int run = 0; run < runs; ++run) {
+    start = Clock::now();
+    if (!table.LoadFromCSVFile(WidePath(input))) {
+      std::fprintf(stderr, "load failed: %s\n", qm::Utf16ToUtf8(table.LastError()).c_str());
+      return 1;
+    }
+    times.push_back(Seconds(start));
+    if (run == 0) {
+      const long peakKb = peakReset ? StatusKb("VmHWM") : StatusKb("VmHWM");
+      const long rssKb = StatusKb("VmRSS");
+      if (peakKb > 0 && baseKb > 0) {
+        const double peakMb = static_cast<double>(peakKb - baseKb) * 1024.0 / 1e6;
+        const double rssMb = static_cast<double>(rssKb - baseKb) * 1024.0 / 1e6;
+        std::printf("peak_rss_after_load: %.2f x file\n", peakMb / mb);
+        std::printf("peak_rss_after_load_abs: %.1f MB\n", peakMb);
+        std::printf("rss_of_loaded_table: %.1f MB\n", rssMb);
+        if (!peakReset) std::printf("peak_rss_note: high-water mark not reset, includes earlier use\n");
+      }
+    }
+  }
+  std::printf("load_utf8: %.1f MB/s\n", mb / Median(times));
+  std::printf("load_utf8_time: %.3f s\n", Median(times));
+  std::printf("table_records: %d\n", table.RecordCount());
+
+  // Save.
+  times.clear();
+  for (int run = 0; run < runs; ++run) {
+    start = Clock::now();
+    if (!table.SaveToCSVFile(WidePath(output))) {
+      std::fprintf(stderr, "save failed: %s\n", qm::Utf16ToUtf8(table.LastError()).c_str());
+      return 1;
+    }
+    times.push_back(Seconds(start));
+  }
+  const double savedMb = static_cast<double>(fs::file_size(output)) / 1e6;
+  std::printf("save_utf8: %.1f MB/s\n", savedMb / Median(times));
+  std::printf("save_utf8_time: %.3f s\n", Median(times));
+  if (records <= 2000000) {
+    // The saved file is the input behind a UTF-8 byte-order mark.
+    const bool same = ReadAll(output) == "\xEF\xBB\xBF" + ReadAll(input);
+    std::printf("roundtrip_identical: %d bool\n", same ? 1 : 0);
+  }
+
+  // UTF-16 figures.
+  table.SetEncoding(qm::TextEncoding::Unicode);
+  start = Clock::now();
+  table.SaveToCSVFile(WidePath(utf16));
+  const double utf16Mb = static_cast<double>(fs::file_size(utf16)) / 1e6;
+  std::printf("save_utf16: %.1f MB/s\n", utf16Mb / Seconds(start));
+  start = Clock::now();
+  table.LoadFromCSVFile(WidePath(utf16));
+  std::printf("load_utf16: %.1f MB/s\n", utf16Mb / Seconds(start));
+
+  // Sorts, on the loaded table.
+  start = Clock::now();
+  table.SortByField(7, true, false, true);
+  std::printf("sort_numeric: %.3f s\n", Seconds(start));
+  start = Clock::now();
+  table.SortByField(2, false, false, false);
+  std::printf("sort_text_nocase: %.3f s\n", Seconds(start));
+  start = Clock::now();
+  table.SortByField(2, true, true, false);
+  std::printf("sort_text_case_desc: %.3f s\n", Seconds(start));
+
+  std::error_code ignored;
+  fs::remove(output, ignored);
+  fs::remove(utf16, ignored);
+  fs::remove(input, ignored);
+  return 0;
+}

@@ -1,0 +1,410 @@
+// Reading CSV text into a table and writing it back, with the settings, the
+// skip rules, the guarded operations and files in every encoding.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "core/utf.h"
+#include "table/simple_csv_object.h"
+#include "temp_folder.h"
+
+namespace qm {
+namespace {
+
+using Cells = std::vector<std::u16string>;
+using testing::ReadBytes;
+using testing::TempFolder;
+using testing::Wide;
+using testing::WriteBytes;
+
+std::vector<Cells> Rows(TSimpleCSVDataClass& table) {
+  std::vector<Cells> rows;
+  for (int32_t r = 0; r < table.RecordCount(); ++r) {
+    Cells cells;
+    const Record* record = table.GetRow(r);
+    for (int32_t k = 0; k < record->Count(); ++k) cells.emplace_back(record->Cell(k));
+    rows.push_back(cells);
+  }
+  return rows;
+}
+
+Cells Fields(const TSimpleCSVDataClass& table) { return table.Storage().FieldNames(); }
+
+struct LoadCase {
+  const char* name;
+  std::u16string text;
+  std::function<void(TSimpleCSVDataClass&)> configure;
+  Cells fields;
+  std::vector<Cells> rows;
+};
+
+TEST(CsvReader, LoadsTextWithTheSettings) {
+  auto none = [](TSimpleCSVDataClass&) {};
+  const LoadCase cases[] = {
+      {"default names", u"a;b;c", none, {u"field0", u"field1", u"field2"}, {{u"a", u"b", u"c"}}},
+      {"header only", u"x;y", [](TSimpleCSVDataClass& t) { t.SetHeaderLine(true); }, {u"x", u"y"}, {}},
+      {"pad and keep", u"1;2;3\r\n4;5\r\n6;7;8;9", none, {u"field0", u"field1", u"field2"},
+       {{u"1", u"2", u"3"}, {u"4", u"5", u""}, {u"6", u"7", u"8", u"9"}}},
+      {"loose comma", u"a, b ,c",
+       [](TSimpleCSVDataClass& t) {
+         t.SetDelimiter(u',');
+         t.SetStrictDelimiter(false);
+       },
+       {u"field0", u"field1", u"field2"}, {{u"a", u"b", u"c"}}},
+      {"strict comma", u"a, b ,c", [](TSimpleCSVDataClass& t) { t.SetDelimiter(u','); },
+       {u"field0", u"field1", u"field2"}, {{u"a", u" b ", u"c"}}},
+      {"skip first with header", u"junk\njunk\nh1;h2\n1;2",
+       [](TSimpleCSVDataClass& t) {
+         t.SetSkipFirst(2);
+         t.SetHeaderLine(true);
+       },
+       {u"h1", u"h2"}, {{u"1", u"2"}}},
+      {"skip first counts blank and comment lines", u"#c\n\nA;B\n#d\n1;2",
+       [](TSimpleCSVDataClass& t) {
+         t.SetSkipFirst(1);
+         t.SetSkipEmpty(true);
+         t.SetSkipComments(true);
+         t.SetCommentChars(u"#");
+         t.SetHeaderLine(true);
+       },
+       {u"A", u"B"}, {{u"1", u"2"}}},
+      {"comments need the prefix at the start", u"a;b\n//x\n //x\n",
+       [](TSimpleCSVDataClass& t) {
+         t.SetSkipComments(true);
+         t.SetCommentChars(u"//");
+       },
+       {u"field0", u"field1"}, {{u"a", u"b"}, {u" //x", u""}}},
+      {"empty comment chars never match", u"a\n\nb",
+       [](TSimpleCSVDataClass& t) { t.SetSkipComments(true); }, {u"field0"}, {{u"a"}, {u""}, {u"b"}}},
+      {"blank lines kept without skip", u"a;b\n\n \nc", none, {u"field0", u"field1"},
+       {{u"a", u"b"}, {u"", u""}, {u" ", u""}, {u"c", u""}}},
+      {"blank lines skipped", u"\n \t\na;b\n\n \nc", [](TSimpleCSVDataClass& t) { t.SetSkipEmpty(true); },
+       {u"field0", u"field1"}, {{u"a", u"b"}, {u"c", u""}}},
+      {"empty first line gives no fields", u"\na;b", none, {}, {{}, {u"a", u"b"}}},
+      {"quoted cells", u"\"a;b\";\"say \"\"hi\"\"\"\r\n", none, {u"field0", u"field1"},
+       {{u"a;b", u"say \"hi\""}}},
+      {"quoted cell does not span lines", u"\"a\r\nb\";c", none, {u"field0"}, {{u"a"}, {u"b\"", u"c"}}},
+      {"nul ends the text", std::u16string(u"a;b\n\0c;d", 8), none, {u"field0", u"field1"}, {{u"a", u"b"}}},
+      {"lf cr is two breaks", u"a\n\rb", none, {u"field0"}, {{u"a"}, {}, {u"b"}}},
+  };
+  for (const LoadCase& c : cases) {
+    TSimpleCSVDataClass table;
+    c.configure(table);
+    ASSERT_TRUE(table.LoadFromText(c.text)) << c.name;
+    EXPECT_EQ(Fields(table), c.fields) << c.name;
+    std::vector<Cells> expected = c.rows;
+    // Records are padded to the field count.
+    for (Cells& row : expected) {
+      while (row.size() < c.fields.size()) row.emplace_back();
+    }
+    EXPECT_EQ(Rows(table), expected) << c.name;
+
+    // The same lines given as a list load the same table.
+    TSimpleCSVDataClass listed;
+    c.configure(listed);
+    std::vector<std::u16string> lines;
+    std::u16string text = c.text.substr(0, c.text.find(u'\0'));
+    for (size_t p = 0; p < text.size();) {
+      size_t e = text.find_first_of(u"\r\n", p);
+      if (e == std::u16string::npos) e = text.size();
+      lines.push_back(text.substr(p, e - p));
+      p = (e + 1 < text.size() && text[e] == u'\r' && text[e + 1] == u'\n') ? e + 2 : e + 1;
+    }
+    ASSERT_TRUE(listed.LoadFromStrings(lines)) << c.name;
+    EXPECT_EQ(Rows(listed), expected) << c.name;
+  }
+}
+
+TEST(CsvReader, FailuresLeaveTheTableEmptyAndKeepTheMessage) {
+  struct Case {
+    const char* name;
+    std::u16string text;
+    std::function<void(TSimpleCSVDataClass&)> configure;
+    std::u16string error;
+  };
+  const Case cases[] = {
+      {"empty text", u"", [](TSimpleCSVDataClass&) {}, u"Text is empty or contains no data"},
+      {"only a nul", std::u16string(1, u'\0'), [](TSimpleCSVDataClass&) {}, u"Text is empty or contains no data"},
+      {"all skipped", u"\n  \n#x\n", [](TSimpleCSVDataClass& t) {
+         t.SetSkipEmpty(true);
+         t.SetSkipComments(true);
+         t.SetCommentChars(u"#");
+       }, u"Text is empty or contains no data"},
+      {"skip first beyond", u"a\nb", [](TSimpleCSVDataClass& t) { t.SetSkipFirst(2); },
+       u"Text is empty or contains no data"},
+      {"negative skip first", u"a\nb", [](TSimpleCSVDataClass& t) { t.SetSkipFirst(-1); },
+       u"List index out of bounds (-1)"},
+  };
+  for (const Case& c : cases) {
+    TSimpleCSVDataClass table;
+    ASSERT_TRUE(table.LoadFromText(u"x;y\n1;2"));
+    c.configure(table);
+    EXPECT_FALSE(table.LoadFromText(c.text)) << c.name;
+    EXPECT_EQ(table.LastError(), c.error) << c.name;
+    EXPECT_EQ(table.FieldCount(), 0) << c.name;
+    EXPECT_EQ(table.RecordCount(), 0) << c.name;
+  }
+  TSimpleCSVDataClass table;
+  EXPECT_FALSE(table.LoadFromStrings({}));
+  EXPECT_EQ(table.LastError(), u"Text is empty or contains no data");
+  // A success does not clear the message.
+  EXPECT_TRUE(table.LoadFromText(u"a"));
+  EXPECT_EQ(table.LastError(), u"Text is empty or contains no data");
+}
+
+TEST(CsvTable, GuardedOperationsReturnFalseWithTheListMessage) {
+  TSimpleCSVDataClass table;
+  ASSERT_TRUE(table.LoadFromText(u"a;b\n1;2\n3;4"));
+  std::u16string text = u"old";
+  EXPECT_FALSE(table.ReadCell(5, 0, text));
+  EXPECT_EQ(text, u"");
+  EXPECT_EQ(table.LastError(), u"List index out of bounds (5)");
+  EXPECT_EQ(table.GetRow(-1), nullptr);
+  EXPECT_EQ(table.LastError(), u"List index out of bounds (-1)");
+  EXPECT_FALSE(table.WriteCell(0, 2, u"x"));
+  EXPECT_EQ(table.LastError(), u"List index out of bounds (2)");
+  EXPECT_FALSE(table.RemoveRow(3));
+  EXPECT_FALSE(table.RemoveColumn(9));
+  EXPECT_EQ(table.LastError(), u"List index out of bounds (9)");
+  EXPECT_FALSE(table.MoveColumn(0, 3));
+  EXPECT_FALSE(table.SortByField(4, true, false, false));
+  EXPECT_EQ(table.LastError(), u"List index out of bounds (4)");
+
+  EXPECT_TRUE(table.WriteCell(1, 1, u"x y"));
+  EXPECT_TRUE(table.ReadCell(1, 1, text));
+  EXPECT_EQ(text, u"x y");
+  EXPECT_TRUE(table.InsertColumn(0, ColumnFill::RowNumber, u"n", u""));
+  EXPECT_TRUE(table.MoveColumn(0, 2));
+  EXPECT_TRUE(table.SortByField(2, true, true, true));
+  EXPECT_TRUE(table.RemoveRow(0));
+  EXPECT_TRUE(table.AddRow(Record(std::vector<std::u16string_view>{u"z"})));
+  EXPECT_EQ(Rows(table), (std::vector<Cells>{{u"1", u"x y", u"2"}, {u"a", u"b", u"1"}, {u"z", u"", u""}}));
+  EXPECT_EQ(table.LastError(), u"List index out of bounds (4)");
+}
+
+TEST(CsvWriter, WritesWithTheSettingsAtSaveTime) {
+  struct Case {
+    const char* name;
+    std::function<void(TSimpleCSVDataClass&)> configure;
+    std::u16string text;
+  };
+  const Case cases[] = {
+      {"defaults, no header", [](TSimpleCSVDataClass&) {}, u"1;a b;\"x;y\"\r\n\"\"\r\n\"say \"\"hi\"\"\";\r\n"},
+      {"header", [](TSimpleCSVDataClass& t) { t.SetHeaderLine(true); },
+       u"id;\"na;me\"\r\n1;a b;\"x;y\"\r\n\"\"\r\n\"say \"\"hi\"\"\";\r\n"},
+      {"loose comma", [](TSimpleCSVDataClass& t) {
+         t.SetDelimiter(u',');
+         t.SetStrictDelimiter(false);
+       },
+       u"1,\"a b\",x;y\r\n\"\"\r\n\"say \"\"hi\"\"\",\r\n"},
+      {"single quote", [](TSimpleCSVDataClass& t) { t.SetQuoteChar(u'\''); }, u"1;a b;'x;y'\r\n''\r\nsay \"hi\";\r\n"},
+      {"no quote", [](TSimpleCSVDataClass& t) { t.SetQuoteChar(0); }, u"1;a b;x;y\r\n\r\nsay \"hi\";\r\n"},
+  };
+  for (const Case& c : cases) {
+    TSimpleCSVDataClass table;
+    table.Storage().AppendFieldName(u"id");
+    table.Storage().AppendFieldName(u"na;me");
+    table.AddRow(Record(std::vector<std::u16string_view>{u"1", u"a b", u"x;y"}));
+    table.Storage().AppendRecord(Record(std::vector<std::u16string_view>{u""}));
+    table.AddRow(Record(std::vector<std::u16string_view>{u"say \"hi\""}));
+    c.configure(table);
+    std::u16string text = u"old";
+    ASSERT_TRUE(table.SaveToText(text)) << c.name;
+    EXPECT_EQ(text, c.text) << c.name;
+    std::vector<std::u16string> lines{u"old"};
+    ASSERT_TRUE(table.SaveToStrings(lines));
+    std::u16string joined;
+    for (const auto& line : lines) joined += line + u"\r\n";
+    EXPECT_EQ(joined, c.text) << c.name;
+  }
+  TSimpleCSVDataClass empty;
+  std::u16string text = u"old";
+  ASSERT_TRUE(empty.SaveToText(text));
+  EXPECT_EQ(text, u"");
+}
+
+TEST(CsvTable, FormatInfoCopiesTheFormat) {
+  TSimpleCSVDataClass table;
+  TCSVFormatInfo info = table.GetFormatInfo();
+  EXPECT_EQ(info.UTF8, 0);
+  EXPECT_EQ(info.HeaderLine, 0);
+  EXPECT_EQ(info.QuoteChar, u'"');
+  EXPECT_EQ(info.Delimiter, u';');
+  EXPECT_EQ(info.StrictDelimiter, -1);
+  EXPECT_EQ(table.Encoding(), TextEncoding::Default);
+  info = {1, 7, u'\'', u',', 0};
+  table.SetFormatInfo(info);
+  EXPECT_EQ(table.Encoding(), TextEncoding::UTF8);
+  EXPECT_TRUE(table.HeaderLine());
+  EXPECT_EQ(table.Format().quote, u'\'');
+  EXPECT_EQ(table.Format().delimiter, u',');
+  EXPECT_FALSE(table.Format().strict);
+  EXPECT_EQ(table.GetFormatInfo().HeaderLine, -1);
+  table.SetFormatInfo({0, 0, u'"', u';', 1});
+  EXPECT_EQ(table.Encoding(), TextEncoding::Default);
+}
+
+// ---- files ------------------------------------------------------------------
+
+TEST(CsvFiles, ReadsEachEncodingAndWritesTheSameBytesBack) {
+  struct Case {
+    const char* name;
+    TextEncoding encoding;
+    std::string bytes;
+    std::vector<Cells> rows;
+    char16_t delimiter = u';';
+  };
+  const Case cases[] = {
+      {"utf8", TextEncoding::UTF8, "\xEF\xBB\xBFk;v\r\n\xC3\x84pfel;\xF0\x9F\x98\x80\r\n",
+       {{u"k", u"v"}, {u"\u00c4pfel", u"\U0001F600"}}},
+      {"unicode", TextEncoding::Unicode, std::string("\xFF\xFEk\0;\0\xc4\0\r\0\n\0=\xD8\0\xDE;\0\r\0\n\0", 22),
+       {{u"k", u"\u00c4"}, {u"\U0001F600", u""}}},
+      {"unicode lone surrogate", TextEncoding::Unicode, std::string("\xFF\xFE" "a\0\x01\xD8\r\0\n\0", 10),
+       {{std::u16string(u"a\xD801", 2)}}},
+      {"ansi", TextEncoding::ANSI, "k;\x80\x81\x8D\x8F\x90\x9D\xFF\r\n\xC4;\x9F\r\n",
+       {{u"k", u"\u20ac\u0081\u008d\u008f\u0090\u009d\u00ff"}, {u"\u00c4", u"\u0178"}}},
+      {"default", TextEncoding::Default, "a;\xE9\r\n", {{u"a", u"\u00e9"}}},
+      {"ascii", TextEncoding::ASCII, "a;b~\r\n", {{u"a", u"b~"}}},
+      {"utf7", TextEncoding::UTF7, "A+AMQ-,+2D3eAA-,1+-1\r\n", {{u"A\u00c4", u"\U0001F600", u"1+1"}}, u','},
+  };
+  TempFolder folder;
+  for (const Case& c : cases) {
+    const auto input = folder / (std::string(c.name) + ".csv");
+    const auto output = folder / (std::string(c.name) + "-out.csv");
+    WriteBytes(input, c.bytes);
+    TSimpleCSVDataClass table;
+    table.SetEncoding(c.encoding);
+    table.SetDelimiter(c.delimiter);
+    ASSERT_TRUE(table.LoadFromCSVFile(Wide(input))) << c.name << ": " << Utf16ToUtf8(table.LastError());
+    EXPECT_EQ(Rows(table), c.rows) << c.name;
+    ASSERT_TRUE(table.SaveToCSVFile(Wide(output))) << c.name;
+    EXPECT_EQ(ReadBytes(output), c.bytes) << c.name;
+
+    std::vector<std::u16string> lines;
+    table.SaveToStrings(lines);
+    WriteLinesToFile(Wide(output), lines, c.encoding);
+    EXPECT_EQ(ReadBytes(output), c.bytes) << c.name;
+  }
+}
+
+TEST(CsvFiles, ByteOrderMarkOnlySkippedForItsOwnEncoding) {
+  TempFolder folder;
+  const auto path = folder / "bom.csv";
+  WriteBytes(path, "\xEF\xBB\xBFx;y\r\n");
+  TSimpleCSVDataClass table;
+  table.SetEncoding(TextEncoding::ANSI);
+  ASSERT_TRUE(table.LoadFromCSVFile(Wide(path)));
+  EXPECT_EQ(Rows(table), (std::vector<Cells>{{u"\u00ef\u00bb\u00bfx", u"y"}}));
+  table.SetEncoding(TextEncoding::UTF8);
+  WriteBytes(path, "x;y\r\n");  // no mark: nothing skipped
+  ASSERT_TRUE(table.LoadFromCSVFile(Wide(path)));
+  EXPECT_EQ(Rows(table), (std::vector<Cells>{{u"x", u"y"}}));
+  table.SetEncoding(TextEncoding::Unicode);
+  WriteBytes(path, std::string("\xFE\xFFx\0", 4));  // big-endian mark is text
+  ASSERT_TRUE(table.LoadFromCSVFile(Wide(path)));
+  EXPECT_EQ(Rows(table), (std::vector<Cells>{{u"\ufffex"}}));
+}
+
+TEST(CsvFiles, MalformedBytesNeverFailALoad) {
+  struct Case {
+    const char* name;
+    TextEncoding encoding;
+    std::string bytes;
+    std::vector<Cells> rows;
+  };
+  const Case cases[] = {
+      {"truncated utf8", TextEncoding::UTF8, "a;\xE2\x82\r\nb;\xC3", {{u"a", u"\ufffd"}, {u"b", u"\ufffd"}}},
+      {"odd utf16", TextEncoding::Unicode, std::string("a\0;\0b", 5), {{u"a", u"\ufffd"}}},
+      {"broken utf7", TextEncoding::UTF7, "x+AGE;+!y;\xff\r\n", {{u"xa", u"!y", u"\ufffd"}}},
+      {"ascii high bytes", TextEncoding::ASCII, "\x80;\xff", {{u"?", u"?"}}},
+      {"nul in file ends text", TextEncoding::UTF8, std::string("a;b\r\n\0c;d\r\n", 11), {{u"a", u"b"}}},
+  };
+  TempFolder folder;
+  for (const Case& c : cases) {
+    const auto path = folder / (std::string(c.name) + ".csv");
+    WriteBytes(path, c.bytes);
+    TSimpleCSVDataClass table;
+    table.SetEncoding(c.encoding);
+    ASSERT_TRUE(table.LoadFromCSVFile(Wide(path))) << c.name;
+    EXPECT_EQ(Rows(table), c.rows) << c.name;
+  }
+}
+
+// Long files are read a piece at a time; lines that straddle the pieces, CR
+// only breaks, a line longer than a piece and UTF-16 all load as the whole text.
+TEST(CsvFiles, LargeFilesLoadAsTheirWholeText) {
+  std::mt19937 random(7);
+  const std::u16string alphabet = u"abc;\"\u00e9\u4e2d \r\n\r\n";
+  std::u16string text;
+  bool longLine = false;
+  while (text.size() < 1500000) {
+    const size_t run = random() % 300;
+    for (size_t k = 0; k < run; ++k) text.push_back(alphabet[random() % alphabet.size()]);
+    if (!longLine && text.size() > 600000) {
+      text.append(700000, u'x');
+      longLine = true;
+    }
+    text.append(random() % 2 ? u"\r\n" : u"\r");
+  }
+  TempFolder folder;
+  for (TextEncoding encoding : {TextEncoding::UTF8, TextEncoding::Unicode, TextEncoding::ANSI, TextEncoding::UTF7}) {
+    const auto path = folder / "large.csv";
+    const std::string bytes = std::string(ByteOrderMark(encoding)) + EncodeText(text, encoding);
+    WriteBytes(path, bytes);
+    TSimpleCSVDataClass fromFile, fromText;
+    fromFile.SetEncoding(encoding);
+    ASSERT_TRUE(fromFile.LoadFromCSVFile(Wide(path)));
+    ASSERT_TRUE(fromText.LoadFromText(DecodeBytes(EncodeText(text, encoding), encoding)));
+    ASSERT_EQ(fromFile.RecordCount(), fromText.RecordCount()) << static_cast<int>(encoding);
+    EXPECT_EQ(Fields(fromFile), Fields(fromText));
+    EXPECT_TRUE(Rows(fromFile) == Rows(fromText)) << static_cast<int>(encoding);
+    std::u16string a, b;
+    fromFile.SaveToText(a);
+    fromText.SaveToText(b);
+    EXPECT_TRUE(a == b);
+  }
+}
+
+TEST(CsvFiles, OpenFailureKeepsTheOldTable) {
+  TempFolder folder;
+  TSimpleCSVDataClass table;
+  ASSERT_TRUE(table.LoadFromText(u"a;b\n1;2"));
+  const std::u16string missing = Wide(folder / "missing.csv");
+  EXPECT_FALSE(table.LoadFromCSVFile(missing));
+  EXPECT_EQ(table.LastError(),
+            u"Cannot open file \"" + missing + u"\". The system cannot find the file specified");
+  EXPECT_EQ(table.RecordCount(), 2);
+  EXPECT_EQ(table.FieldCount(), 2);
+
+  // An empty file opens, clears the table and then has no data.
+  WriteBytes(folder / "empty.csv", "");
+  EXPECT_FALSE(table.LoadFromCSVFile(Wide(folder / "empty.csv")));
+  EXPECT_EQ(table.LastError(), u"Text is empty or contains no data");
+  EXPECT_EQ(table.RecordCount(), 0);
+  EXPECT_EQ(table.FieldCount(), 0);
+}
+
+TEST(CsvFiles, SaveCreatesTheFolderChainOrFails) {
+  TempFolder folder;
+  TSimpleCSVDataClass table;
+  table.SetEncoding(TextEncoding::UTF8);
+  ASSERT_TRUE(table.LoadFromText(u"a;b"));
+  const auto nested = folder / "one" / "two" / "out.csv";
+  ASSERT_TRUE(table.SaveToCSVFile(Wide(nested)));
+  EXPECT_EQ(ReadBytes(nested), "\xEF\xBB\xBF" "a;b\r\n");
+  // Replacing an existing file.
+  ASSERT_TRUE(table.LoadFromText(u"c"));
+  ASSERT_TRUE(table.SaveToCSVFile(Wide(nested)));
+  EXPECT_EQ(ReadBytes(nested), "\xEF\xBB\xBF" "c\r\n");
+
+  // A file where a folder should be.
+  WriteBytes(folder / "plain", "x");
+  EXPECT_FALSE(table.SaveToCSVFile(Wide(folder / "plain" / "sub" / "out.csv")));
+  EXPECT_EQ(table.LastError(), u"Can not create folder");
+}
+
+}  // namespace
+}  // namespace qm

@@ -1,0 +1,277 @@
+// The in-memory table: padding, column operations, sorting and the list's own
+// index errors.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "core/errors.h"
+#include "table/memory_data_storage.h"
+
+namespace qm {
+namespace {
+
+using Cells = std::vector<std::u16string>;
+
+Record MakeRecord(const Cells& cells) {
+  std::vector<std::u16string_view> views(cells.begin(), cells.end());
+  return Record(views);
+}
+
+Cells CellsOf(const Record& record) {
+  Cells cells;
+  for (int32_t k = 0; k < record.Count(); ++k) cells.emplace_back(record.Cell(k));
+  return cells;
+}
+
+// A storage with the given field names and records (added without padding
+// where a test wants short records).
+void Fill(TMemoryStrDataStorage& storage, const Cells& fields, const std::vector<Cells>& rows, bool pad = true) {
+  storage.ClearData();
+  for (const auto& name : fields) storage.InsertColumn(-1, ColumnFill::Empty, name, u"");
+  for (const auto& row : rows) {
+    if (pad) {
+      storage.AddRecord(MakeRecord(row));
+    } else {
+      storage.AppendRecord(MakeRecord(row));
+    }
+  }
+}
+
+std::vector<Cells> Rows(const TMemoryStrDataStorage& storage) {
+  std::vector<Cells> rows;
+  for (const Record& r : storage.Records()) rows.push_back(CellsOf(r));
+  return rows;
+}
+
+std::u16string ErrorText(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const EListError& e) {
+    return e.Message();
+  }
+  return u"no error";
+}
+
+TEST(MemoryDataStorage, AddRecordPadsShortRecordsAndKeepsLongOnes) {
+  TMemoryStrDataStorage storage;
+  Fill(storage, {u"a", u"b", u"c", u"d"}, {{u"1", u"2"}, {u"1", u"2", u"3", u"4", u"5", u"6"}, {}});
+  EXPECT_EQ(Rows(storage), (std::vector<Cells>{{u"1", u"2", u"", u""},
+                                              {u"1", u"2", u"3", u"4", u"5", u"6"},
+                                              {u"", u"", u"", u""}}));
+  storage.ClearData();
+  EXPECT_EQ(storage.FieldCount(), 0);
+  EXPECT_EQ(storage.RecordCount(), 0);
+}
+
+TEST(MemoryDataStorage, IndexErrorsNameTheOffendingIndex) {
+  TMemoryStrDataStorage storage;
+  Fill(storage, {u"a", u"b"}, {{u"1", u"2"}, {u"3", u"4"}});
+  struct Case {
+    const char* name;
+    std::function<void()> action;
+    std::u16string message;
+  };
+  const Case cases[] = {
+      {"row too big", [&] { (void)storage.GetCellValue(2, 0); }, u"List index out of bounds (2)"},
+      {"row negative", [&] { (void)storage.GetDataRecord(-1); }, u"List index out of bounds (-1)"},
+      {"cell too big", [&] { (void)storage.GetCellValue(0, 5); }, u"List index out of bounds (5)"},
+      {"set cell creates none", [&] { storage.SetCellValue(1, 2, u"x"); }, u"List index out of bounds (2)"},
+      {"delete row", [&] { storage.DeleteRecord(7); }, u"List index out of bounds (7)"},
+      {"field name", [&] { (void)storage.GetFieldName(3); }, u"List index out of bounds (3)"},
+      {"set field name", [&] { storage.SetFieldsname(-2, u"x"); }, u"List index out of bounds (-2)"},
+      {"remove column", [&] { storage.RemoveColumn(2); }, u"List index out of bounds (2)"},
+      {"move from", [&] { storage.MoveColumn(4, 0); }, u"List index out of bounds (4)"},
+      {"move to", [&] { storage.MoveColumn(0, 2); }, u"List index out of bounds (2)"},
+      {"sort column", [&] { storage.SortByField(3, true, false, false); }, u"List index out of bounds (3)"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(ErrorText(c.action), c.message) << c.name;
+  // Nothing changed by the failed calls.
+  EXPECT_EQ(Rows(storage), (std::vector<Cells>{{u"1", u"2"}, {u"3", u"4"}}));
+  EXPECT_EQ(storage.FieldNames(), (Cells{u"a", u"b"}));
+}
+
+TEST(MemoryDataStorage, CellsAndNamesAreReadAndReplaced) {
+  TMemoryStrDataStorage storage;
+  Fill(storage, {u"a", u"b"}, {{u"1", u"2"}, {u"3", u"4"}});
+  storage.SetCellValue(1, 0, u"three");
+  storage.SetFieldsname(1, u"B");
+  EXPECT_EQ(storage.GetCellValue(1, 0), u"three");
+  EXPECT_EQ(storage.GetFieldName(1), u"B");
+  storage.GetDataRecord(0).Set(1, u"two");
+  EXPECT_EQ(storage.GetCellValue(0, 1), u"two");
+  storage.DeleteRecord(0);
+  EXPECT_EQ(Rows(storage), (std::vector<Cells>{{u"three", u"4"}}));
+}
+
+struct InsertCase {
+  const char* name;
+  int32_t position;
+  ColumnFill fill;
+  Cells fields;
+  std::vector<Cells> rows;
+};
+
+TEST(MemoryDataStorage, InsertColumnPositionsAndFills) {
+  const InsertCase cases[] = {
+      {"beyond appends", 7, ColumnFill::Empty, {u"a", u"b", u"c", u"N"}, {{u"1", u"2", u"3", u""}, {u"4", u"5", u"6", u""}, {u"7", u"8", u"9", u""}}},
+      {"at count appends", 3, ColumnFill::Value, {u"a", u"b", u"c", u"N"}, {{u"1", u"2", u"3", u"v"}, {u"4", u"5", u"6", u"v"}, {u"7", u"8", u"9", u"v"}}},
+      {"negative appends", -5, ColumnFill::RowNumber, {u"a", u"b", u"c", u"N"}, {{u"1", u"2", u"3", u"1"}, {u"4", u"5", u"6", u"2"}, {u"7", u"8", u"9", u"3"}}},
+      {"first", 0, ColumnFill::RowNumber, {u"N", u"a", u"b", u"c"}, {{u"1", u"1", u"2", u"3"}, {u"2", u"4", u"5", u"6"}, {u"3", u"7", u"8", u"9"}}},
+      {"middle", 1, ColumnFill::Value, {u"a", u"N", u"b", u"c"}, {{u"1", u"v", u"2", u"3"}, {u"4", u"v", u"5", u"6"}, {u"7", u"v", u"8", u"9"}}},
+      {"unknown fill is empty", 1, static_cast<ColumnFill>(9), {u"a", u"N", u"b", u"c"}, {{u"1", u"", u"2", u"3"}, {u"4", u"", u"5", u"6"}, {u"7", u"", u"8", u"9"}}},
+  };
+  for (const InsertCase& c : cases) {
+    TMemoryStrDataStorage storage;
+    Fill(storage, {u"a", u"b", u"c"}, {{u"1", u"2", u"3"}, {u"4", u"5", u"6"}, {u"7", u"8", u"9"}});
+    storage.InsertColumn(c.position, c.fill, u"N", u"v");
+    EXPECT_EQ(storage.FieldNames(), c.fields) << c.name;
+    EXPECT_EQ(Rows(storage), c.rows) << c.name;
+  }
+}
+
+TEST(MemoryDataStorage, InsertIntoShortRecordFailsHalfWayWithoutRollback) {
+  TMemoryStrDataStorage storage;
+  Fill(storage, {u"a", u"b", u"c"}, {{u"1", u"2", u"3"}, {u"4"}, {u"7", u"8", u"9"}}, false);
+  EXPECT_EQ(ErrorText([&] { storage.InsertColumn(2, ColumnFill::Value, u"N", u"v"); }),
+            u"List index out of bounds (2)");
+  EXPECT_EQ(storage.FieldNames(), (Cells{u"a", u"b", u"N", u"c"}));
+  EXPECT_EQ(Rows(storage), (std::vector<Cells>{{u"1", u"2", u"v", u"3"}, {u"4"}, {u"7", u"8", u"9"}}));
+}
+
+TEST(MemoryDataStorage, MoveAndRemoveColumns) {
+  struct Case {
+    int32_t from, to;
+    Cells fields;
+  };
+  const Case cases[] = {{0, 2, {u"B", u"C", u"A"}}, {2, 0, {u"C", u"A", u"B"}}, {1, 1, {u"A", u"B", u"C"}},
+                        {0, 1, {u"B", u"A", u"C"}}, {5, 5, {u"A", u"B", u"C"}}};
+  for (const Case& c : cases) {
+    TMemoryStrDataStorage storage;
+    Fill(storage, {u"A", u"B", u"C"}, {{u"A", u"B", u"C"}, {u"A", u"B", u"C", u"extra"}});
+    storage.MoveColumn(c.from, c.to);
+    EXPECT_EQ(storage.FieldNames(), c.fields) << c.from << "->" << c.to;
+    Cells longer = c.fields;
+    longer.push_back(u"extra");
+    EXPECT_EQ(Rows(storage), (std::vector<Cells>{c.fields, longer})) << c.from << "->" << c.to;
+  }
+
+  TMemoryStrDataStorage storage;
+  Fill(storage, {u"A", u"B", u"C"}, {{u"1", u"2", u"3"}, {u"4", u"5", u"6", u"7"}});
+  storage.RemoveColumn(1);
+  EXPECT_EQ(storage.FieldNames(), (Cells{u"A", u"C"}));
+  EXPECT_EQ(Rows(storage), (std::vector<Cells>{{u"1", u"3"}, {u"4", u"6", u"7"}}));
+}
+
+TEST(MemoryDataStorage, MoveIntoShortRecordKeepsEarlierRecordsMoved) {
+  TMemoryStrDataStorage storage;
+  Fill(storage, {u"A", u"B", u"C"}, {{u"1", u"2", u"3"}, {u"4", u"5"}, {u"7", u"8", u"9"}}, false);
+  EXPECT_EQ(ErrorText([&] { storage.MoveColumn(0, 2); }), u"List index out of bounds (2)");
+  EXPECT_EQ(storage.FieldNames(), (Cells{u"B", u"C", u"A"}));
+  EXPECT_EQ(Rows(storage), (std::vector<Cells>{{u"2", u"3", u"1"}, {u"4", u"5"}, {u"7", u"8", u"9"}}));
+}
+
+std::vector<std::u16string> Keys(const TMemoryStrDataStorage& storage) {
+  std::vector<std::u16string> keys;
+  for (const Record& r : storage.Records()) keys.emplace_back(r.Cell(0));
+  return keys;
+}
+
+TEST(MemoryDataStorage, SortNumericCountsBadNumbersAsZero) {
+  TMemoryStrDataStorage storage;
+  Fill(storage, {u"k"}, {{u"10"}, {u"9"}, {u"abc"}, {u""}});
+  storage.SortByField(0, true, false, true);
+  std::vector<std::u16string> ascending = Keys(storage);
+  ASSERT_EQ(ascending.size(), 4u);
+  EXPECT_EQ((std::vector<std::u16string>(ascending.begin() + 2, ascending.end())),
+            (std::vector<std::u16string>{u"9", u"10"}));
+  std::vector<std::u16string> first(ascending.begin(), ascending.begin() + 2);
+  std::sort(first.begin(), first.end());
+  EXPECT_EQ(first, (std::vector<std::u16string>{u"", u"abc"}));
+
+  // Descending is the exact reverse of what ascending gives from the same order.
+  TMemoryStrDataStorage other;
+  Fill(other, {u"k"}, {{u"10"}, {u"9"}, {u"abc"}, {u""}});
+  other.SortByField(0, true, true, true);
+  std::vector<std::u16string> descending = Keys(other);
+  std::reverse(descending.begin(), descending.end());
+  EXPECT_EQ(descending, ascending);
+}
+
+TEST(MemoryDataStorage, SortTextFoldsOnlyAsciiLetters) {
+  struct Case {
+    const char* name;
+    bool caseSensitive;
+    bool numeric;
+    std::vector<std::u16string> keys;
+    std::vector<std::u16string> sorted;
+  };
+  const Case cases[] = {
+      {"nocase", false, false, {u"Zebra", u"\u00c4pfel", u"banana", u"Cherry", u"apple1", u"Apple2"},
+       {u"apple1", u"Apple2", u"banana", u"Cherry", u"Zebra", u"\u00c4pfel"}},
+      {"case", true, false, {u"b", u"a", u"B", u"A", u"_"}, {u"A", u"B", u"_", u"a", u"b"}},
+      {"prefix shorter first", true, false, {u"abcdef", u"abcde", u"abcdefg", u"abc", u""},
+       {u"", u"abc", u"abcde", u"abcdef", u"abcdefg"}},
+      {"long common prefix", false, false, {u"same prefix Zz", u"same prefix ab", u"SAME PREFIX AC"},
+       {u"same prefix ab", u"SAME PREFIX AC", u"same prefix Zz"}},
+      {"ordinal code units", true, false, {u"\uff01", u"\U0001F600", u"\u00e9"}, {u"\u00e9", u"\U0001F600", u"\uff01"}},
+      {"numbers", true, true, {u" 2.5 ", u"-1e2", u"+3", u"1.", u".5", u"1e", u"1,5"}, {u"-1e2", u"1e", u"1,5", u".5", u"1.", u" 2.5 ", u"+3"}},
+  };
+  for (const Case& c : cases) {
+    TMemoryStrDataStorage storage;
+    std::vector<Cells> rows;
+    for (const auto& k : c.keys) rows.push_back({k});
+    Fill(storage, {u"k"}, rows);
+    storage.SortByField(0, c.caseSensitive, false, c.numeric);
+    std::vector<std::u16string> got = Keys(storage);
+    if (c.numeric) {
+      // "1e" and "1,5" are no numbers and tie with each other at 0.
+      ASSERT_EQ(got.size(), c.sorted.size());
+      EXPECT_EQ(got[0], c.sorted[0]);
+      std::vector<std::u16string> zeros(got.begin() + 1, got.begin() + 3);
+      std::sort(zeros.begin(), zeros.end());
+      EXPECT_EQ(zeros, (std::vector<std::u16string>{u"1,5", u"1e"}));
+      EXPECT_EQ((std::vector<std::u16string>(got.begin() + 3, got.end())),
+                (std::vector<std::u16string>(c.sorted.begin() + 3, c.sorted.end())));
+    } else {
+      EXPECT_EQ(got, c.sorted) << c.name;
+    }
+  }
+}
+
+TEST(MemoryDataStorage, SortKeepsWholeRecordsAndNames) {
+  TMemoryStrDataStorage storage;
+  Fill(storage, {u"n", u"k"}, {{u"x", u"b"}, {u"y", u"c"}, {u"z", u"a", u"extra"}});
+  storage.SortByField(1, true, true, false);
+  EXPECT_EQ(Rows(storage), (std::vector<Cells>{{u"y", u"c"}, {u"x", u"b"}, {u"z", u"a", u"extra"}}));
+  EXPECT_EQ(storage.FieldNames(), (Cells{u"n", u"k"}));
+}
+
+TEST(MemoryDataStorage, TextToFloatSyntax) {
+  struct Case {
+    std::u16string text;
+    bool ok;
+    double value;
+  };
+  const Case cases[] = {{u"0", true, 0},        {u"  -12.5e1\t", true, -125}, {u"+7", true, 7},
+                        {u"1e-2", true, 0.01},  {u"3.", true, 3},             {u".25", true, 0.25},
+                        {u"", false, 0},        {u"  ", false, 0},            {u"1 000", false, 0},
+                        {u"1,000", false, 0},   {u"1e", false, 0},            {u"e5", false, 0},
+                        {u".", false, 0},       {u"--1", false, 0},           {u"0x10", false, 0},
+                        {u"inf", false, 0},     {u"1e999", false, 0},         {u"12abc", false, 0}};
+  for (const Case& c : cases) {
+    double value = -999;
+    EXPECT_EQ(TryTextToFloat(c.text, value), c.ok) << std::string(c.text.begin(), c.text.end());
+    if (c.ok) {
+      EXPECT_DOUBLE_EQ(value, c.value);
+    }
+  }
+  EXPECT_EQ(NumericCompare(u"abc", u"0"), 0);
+  EXPECT_EQ(NumericCompare(u"-1", u"x"), -1);
+  EXPECT_EQ(NumericCompare(u"10", u"9"), 1);
+}
+
+}  // namespace
+}  // namespace qm
