@@ -1,0 +1,51 @@
+# Runs with `cmake -P`; the win64 tests use it as their CTest fixture.
+#
+#   -DWINE=<wine> -DWINESERVER=<wineserver> -DPREFIX=<dir> -DACTION=start|stop -P WinePrefix.cmake
+#
+# start: makes the private Wine prefix of the build tree the first time (about
+#        ten seconds) and checks that a Windows program starts in it.
+# stop:  ends the prefix's wineserver, so that no Wine process outlives the run.
+cmake_minimum_required(VERSION 3.25)
+
+foreach(var WINE WINESERVER PREFIX ACTION)
+  if(NOT DEFINED ${var})
+    message(FATAL_ERROR "WinePrefix.cmake: ${var} is not set")
+  endif()
+endforeach()
+
+set(ENV{WINEPREFIX} "${PREFIX}")
+set(ENV{WINEDEBUG} "-all")
+# No Mono or Gecko: their installers would open a dialog and wait for a click.
+set(ENV{WINEDLLOVERRIDES} "mscoree,mshtml=")
+
+if(ACTION STREQUAL "stop")
+  execute_process(COMMAND "${WINESERVER}" -k RESULT_VARIABLE rc OUTPUT_QUIET ERROR_QUIET TIMEOUT 30)
+  # Non-zero only means no wineserver was running.
+  return()
+endif()
+if(NOT ACTION STREQUAL "start")
+  message(FATAL_ERROR "WinePrefix.cmake: ACTION must be start or stop, not '${ACTION}'")
+endif()
+
+if(NOT EXISTS "${PREFIX}/system.reg")
+  message(STATUS "Creating Wine prefix ${PREFIX}")
+  file(MAKE_DIRECTORY "${PREFIX}")
+  execute_process(COMMAND "${WINE}" wineboot.exe --init
+                  RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE out TIMEOUT 240)
+  if(NOT rc EQUAL 0)
+    message(FATAL_ERROR "wineboot --init failed (${rc}):\n${out}")
+  endif()
+  # wineboot may return before the registry is written; wait for the prefix to settle.
+  execute_process(COMMAND "${WINESERVER}" -w TIMEOUT 120 RESULT_VARIABLE rc)
+  if(NOT EXISTS "${PREFIX}/system.reg")
+    message(FATAL_ERROR "Wine prefix ${PREFIX} was not created:\n${out}")
+  endif()
+endif()
+
+# Proves that a Windows program runs (and leaves wineserver up for the tests).
+execute_process(COMMAND "${WINE}" cmd.exe /c echo wine-ok
+                RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err TIMEOUT 120)
+if(NOT rc EQUAL 0 OR NOT out MATCHES "wine-ok")
+  message(FATAL_ERROR "Wine cannot run programs in ${PREFIX} (${rc}):\n${out}\n${err}")
+endif()
+message(STATUS "Wine prefix ready: ${PREFIX}")
