@@ -2,33 +2,24 @@
 
 #include <cstring>
 
+#include "table/simd_scan.h"
+#include "table/text_encoding.h"
+
 namespace qm {
 
 namespace {
 
 constexpr bool IsBlank(char16_t c) { return c >= 1 && c <= 32; }
 
-inline bool IsLineEnd(char16_t c) { return c <= 13 && (c == 10 || c == 13 || c == 0); }
-
-// Mirrors the writer's rule: stop at a character 0 as the check did not see
-// past it.
+// Mirrors the writer's rule, including that a character 0 ends the check.
 inline bool NeedsQuotes(std::u16string_view cell, const TextFormat& f) {
-  const char16_t* p = cell.data();
-  const char16_t* end = p + cell.size();
+  const char16_t* end = cell.data() + cell.size();
   if (f.strict) {
-    for (; p < end; ++p) {
-      const char16_t c = *p;
-      if (c == 0) return false;
-      if (c == f.quote || c == f.delimiter) return true;
-    }
-  } else {
-    for (; p < end; ++p) {
-      const char16_t c = *p;
-      if (c <= 32) return c != 0;
-      if (c == f.quote || c == f.delimiter) return true;
-    }
+    const char16_t* hit = simd::FindAny3(cell.data(), end, 0, f.quote, f.delimiter);
+    return hit != end && *hit != 0;
   }
-  return false;
+  const char16_t* hit = simd::FindBlankOr2(cell.data(), end, f.quote, f.delimiter);
+  return hit != end && *hit != 0;
 }
 
 }  // namespace
@@ -36,8 +27,7 @@ inline bool NeedsQuotes(std::u16string_view cell, const TextFormat& f) {
 bool TextLineCursor::Next(std::u16string_view& line) {
   if (p_ >= end_) return false;
   const char16_t* start = p_;
-  const char16_t* q = start;
-  while (q < end_ && !IsLineEnd(*q)) ++q;
+  const char16_t* q = simd::FindAny3(start, end_, u'\n', u'\r', 0);
   line = std::u16string_view(start, static_cast<size_t>(q - start));
   if (q == end_) {
     p_ = end_;
@@ -75,6 +65,12 @@ size_t SplitLineInto(std::u16string_view line, const TextFormat& f, char16_t* te
     if (quote != 0 && s[p] == quote) {
       ++p;
       while (p < n) {
+        // Copies ahead eight units at a time up to the next quote; output
+        // never runs ahead of input, so the stores stay within the line's room.
+        const size_t run = simd::CopyUntil(s + p, n - p, o, quote);
+        p += run;
+        o += run;
+        if (p >= n) break;
         const char16_t c = s[p];
         if (c == quote) {
           if (p + 1 < n && s[p + 1] == quote) {
@@ -89,10 +85,9 @@ size_t SplitLineInto(std::u16string_view line, const TextFormat& f, char16_t* te
         ++p;
       }
     } else if (strict) {
-      const size_t begin = p;
-      while (p < n && s[p] != delimiter) ++p;
-      std::memcpy(o, s + begin, (p - begin) * sizeof(char16_t));
-      o += p - begin;
+      const size_t run = simd::CopyUntil(s + p, n - p, o, delimiter);
+      p += run;
+      o += run;
     } else {
       const size_t begin = p;
       while (p < n && s[p] != delimiter && !IsBlank(s[p])) ++p;
@@ -114,31 +109,129 @@ size_t SplitLineInto(std::u16string_view line, const TextFormat& f, char16_t* te
   return static_cast<size_t>(e - ends);
 }
 
-void AppendJoinedRecord(const Record& record, const TextFormat& f, std::u16string& out) {
-  const int32_t count = record.Count();
-  if (count == 1 && record.Cell(0).empty()) {
-    if (f.quote != 0) out.append(2, f.quote);
-    return;
-  }
-  for (int32_t k = 0; k < count; ++k) {
-    if (k) out.push_back(f.delimiter);
-    const std::u16string_view cell = record.Cell(k);
-    if (f.quote == 0 || !NeedsQuotes(cell, f)) {
-      out.append(cell);
-      continue;
+bool CanSplitUtf8(const TextFormat& f) {
+  auto safe = [](char16_t c) { return c < 0x80 && c != 0 && c != u'\r' && c != u'\n'; };
+  return f.strict && safe(f.delimiter) && (f.quote == 0 || safe(f.quote));
+}
+
+namespace {
+
+inline bool IsByteLineEnd(uint8_t c) { return c == '\n' || c == '\r' || c == 0; }
+
+// Copies ASCII bytes widened to `o` until a byte that is `stop`, a line
+// break, 0 or above 0x7F. Sixteen bytes are stored at a time whatever their
+// use; output never runs ahead of input by more than the room allows.
+inline void CopyAsciiUntil(const uint8_t*& s, const uint8_t* end, char16_t*& o, uint8_t stop) {
+#if defined(__SSE2__)
+  const __m128i vs = _mm_set1_epi8(static_cast<char>(stop));
+  const __m128i cr = _mm_set1_epi8('\r');
+  const __m128i lf = _mm_set1_epi8('\n');
+  const __m128i zero = _mm_setzero_si128();
+  while (end - s >= 16) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(o), _mm_unpacklo_epi8(v, zero));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(o + 8), _mm_unpackhi_epi8(v, zero));
+    const __m128i hit = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(v, vs), _mm_cmpeq_epi8(v, zero)),
+                                     _mm_or_si128(_mm_cmpeq_epi8(v, cr), _mm_cmpeq_epi8(v, lf)));
+    const int mask = _mm_movemask_epi8(_mm_or_si128(hit, v));  // the sign bit marks bytes above 0x7F
+    if (mask) {
+      const int k = __builtin_ctz(static_cast<unsigned>(mask));
+      s += k;
+      o += k;
+      return;
     }
-    out.push_back(f.quote);
-    size_t start = 0;
-    for (size_t i = 0; i < cell.size(); ++i) {
-      if (cell[i] == f.quote) {
-        out.append(cell.substr(start, i + 1 - start));
-        out.push_back(f.quote);
-        start = i + 1;
+    s += 16;
+    o += 16;
+  }
+#endif
+  while (s < end && *s < 0x80 && *s != stop && !IsByteLineEnd(*s)) *o++ = *s++;
+}
+
+}  // namespace
+
+size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& f, char16_t* text, uint32_t* ends,
+                     const char*& stop) {
+  const auto* s = reinterpret_cast<const uint8_t*>(bytes);
+  const auto* end = reinterpret_cast<const uint8_t*>(endBytes);
+  const auto delimiter = static_cast<uint8_t>(f.delimiter);
+  const auto quote = static_cast<uint8_t>(f.quote);
+  char16_t* o = text;
+  uint32_t* e = ends;
+  while (s < end && !IsByteLineEnd(*s)) {
+    if (quote != 0 && *s == quote) {
+      ++s;
+      for (;;) {
+        CopyAsciiUntil(s, end, o, quote);
+        if (s >= end || IsByteLineEnd(*s)) break;  // never closed: the rest of the line
+        if (*s == quote) {
+          if (s + 1 < end && s[1] == quote) {
+            *o++ = f.quote;
+            s += 2;
+            continue;
+          }
+          ++s;  // the closing quote
+          break;
+        }
+        s += DecodeUtf8Sequence(reinterpret_cast<const char*>(s), static_cast<size_t>(end - s), o);
+      }
+    } else {
+      for (;;) {
+        CopyAsciiUntil(s, end, o, delimiter);
+        if (s >= end || *s < 0x80) break;  // the delimiter, a line break or the end
+        s += DecodeUtf8Sequence(reinterpret_cast<const char*>(s), static_cast<size_t>(end - s), o);
       }
     }
-    out.append(cell.substr(start));
-    out.push_back(f.quote);
+    *e++ = static_cast<uint32_t>(o - text);
+    if (s < end && *s == delimiter) {
+      ++s;
+      // A delimiter that ends the line leaves one empty cell behind it.
+      if (s == end || IsByteLineEnd(*s)) *e++ = static_cast<uint32_t>(o - text);
+    }
   }
+  stop = reinterpret_cast<const char*>(s);
+  return static_cast<size_t>(e - ends);
+}
+
+size_t JoinedRecordMaxUnits(const Record& record) {
+  const int32_t count = record.Count();
+  if (count == 0) return 0;
+  const auto last = record.Cell(count - 1);
+  const size_t text = static_cast<size_t>(last.data() + last.size() - record.Cell(0).data());
+  return 2 * text + 3 * static_cast<size_t>(count) + 2;
+}
+
+char16_t* WriteJoinedRecord(const Record& record, const TextFormat& f, char16_t* out) {
+  const int32_t count = record.Count();
+  if (count == 1 && record.Cell(0).empty()) {
+    if (f.quote != 0) {
+      *out++ = f.quote;
+      *out++ = f.quote;
+    }
+    return out;
+  }
+  for (int32_t k = 0; k < count; ++k) {
+    if (k) *out++ = f.delimiter;
+    const std::u16string_view cell = record.Cell(k);
+    if (f.quote == 0 || !NeedsQuotes(cell, f)) {
+      std::memcpy(out, cell.data(), cell.size() * sizeof(char16_t));
+      out += cell.size();
+      continue;
+    }
+    *out++ = f.quote;
+    for (const char16_t c : cell) {
+      if (c == f.quote) *out++ = c;
+      *out++ = c;
+    }
+    *out++ = f.quote;
+  }
+  return out;
+}
+
+void AppendJoinedRecord(const Record& record, const TextFormat& format, std::u16string& out) {
+  const size_t old = out.size();
+  out.resize(old + JoinedRecordMaxUnits(record));
+  char16_t* end = WriteJoinedRecord(record, format, out.data() + old);
+  out.resize(static_cast<size_t>(end - out.data()));
 }
 
 }  // namespace qm

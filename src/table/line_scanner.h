@@ -43,7 +43,23 @@ std::vector<std::u16string> SplitTextLines(std::u16string_view text);
 // units and `ends` for line.size() + 1 entries. Returns the number of cells.
 size_t SplitLineInto(std::u16string_view line, const TextFormat& format, char16_t* text, uint32_t* ends);
 
+// True when SplitUtf8Line can split lines in this format: strict, with a
+// delimiter and quote character (or none) below 0x80 that are no line break.
+bool CanSplitUtf8(const TextFormat& format);
+
+// Splits the line that starts at `bytes` straight from UTF-8, as decoding
+// the bytes and then SplitLineInto would. The line ends at CR, LF, a byte 0
+// or `end`; `stop` is set to that place. `text` needs room for
+// (end - bytes) + 16 units and `ends` for (end - bytes) + 2 entries. Returns
+// the number of cells.
+size_t SplitUtf8Line(const char* bytes, const char* end, const TextFormat& format, char16_t* text, uint32_t* ends,
+                     const char*& stop);
+
 // Appends the record joined as JoinDelimited joins it.
 void AppendJoinedRecord(const Record& record, const TextFormat& format, std::u16string& out);
+// The same written to `out`, which needs room for JoinedRecordMaxUnits units;
+// returns one past the last unit written.
+size_t JoinedRecordMaxUnits(const Record& record);
+char16_t* WriteJoinedRecord(const Record& record, const TextFormat& format, char16_t* out);
 
 }  // namespace qm

@@ -17,35 +17,59 @@ constexpr char16_t FoldAscii(char16_t c) { return (c >= u'a' && c <= u'z') ? sta
 constexpr bool IsNumberBlank(char16_t c) { return c == u' ' || c == u'\t'; }
 constexpr bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
 
-// A sort key for text: the first four (folded) units packed so that most
-// comparisons are decided by one integer compare, then the full text.
+// Text keys are sorted four UTF-16 units at a time: each key carries the
+// next four (folded) units packed into one integer and how many units are
+// left. Keys are sorted by that pair; runs that tie and go on are refilled
+// with their next four units and sorted again. Each cell is read once per
+// level instead of twice per comparison, which keeps a sort of a million
+// rows with many equal or long-prefixed keys fast.
 struct TextKey {
-  uint64_t prefix;
-  const char16_t* text;
-  uint32_t length;
+  uint64_t digits;   // four units from the current depth, zero padded
+  uint32_t left;     // units left from the current depth, at most 5
   uint32_t row;
 };
 
+inline bool DigitLess(const TextKey& a, const TextKey& b) {
+  return a.digits != b.digits ? a.digits < b.digits : a.left < b.left;
+}
+inline bool DigitEqual(const TextKey& a, const TextKey& b) { return a.digits == b.digits && a.left == b.left; }
+
 template <bool Fold>
-uint64_t PackPrefix(std::u16string_view s) {
-  uint64_t prefix = 0;
-  for (size_t k = 0; k < 4; ++k) {
-    const char16_t c = k < s.size() ? (Fold ? FoldAscii(s[k]) : s[k]) : 0;
-    prefix = (prefix << 16) | c;
+void FillDigits(TextKey* begin, TextKey* end, const std::vector<std::u16string_view>& cells, size_t depth) {
+  for (TextKey* key = begin; key != end; ++key) {
+    const std::u16string_view cell = cells[key->row];
+    const size_t left = cell.size() - depth;
+    uint64_t digits = 0;
+    for (size_t k = 0; k < 4; ++k) {
+      const char16_t c = k < left ? (Fold ? FoldAscii(cell[depth + k]) : cell[depth + k]) : 0;
+      digits = (digits << 16) | c;
+    }
+    key->digits = digits;
+    key->left = static_cast<uint32_t>(std::min<size_t>(left, 5));
   }
-  return prefix;
 }
 
 template <bool Fold>
-bool TextLess(const TextKey& a, const TextKey& b) {
-  if (a.prefix != b.prefix) return a.prefix < b.prefix;
-  const uint32_t n = std::min(a.length, b.length);
-  for (uint32_t k = 4; k < n; ++k) {
-    const char16_t x = Fold ? FoldAscii(a.text[k]) : a.text[k];
-    const char16_t y = Fold ? FoldAscii(b.text[k]) : b.text[k];
-    if (x != y) return x < y;
+void SortTextKeys(std::vector<TextKey>& keys, const std::vector<std::u16string_view>& cells) {
+  struct Range {
+    TextKey* begin;
+    TextKey* end;
+    size_t depth;
+  };
+  std::vector<Range> pending{{keys.data(), keys.data() + keys.size(), 0}};
+  while (!pending.empty()) {
+    const Range range = pending.back();
+    pending.pop_back();
+    FillDigits<Fold>(range.begin, range.end, cells, range.depth);
+    std::sort(range.begin, range.end, DigitLess);
+    // Ties that have more than four units left are decided further on.
+    for (TextKey* run = range.begin; run != range.end;) {
+      TextKey* next = run + 1;
+      while (next != range.end && DigitEqual(*next, *run)) ++next;
+      if (next - run > 1 && run->left > 4) pending.push_back({run, next, range.depth + 4});
+      run = next;
+    }
   }
-  return a.length < b.length;
 }
 
 struct NumberKey {
@@ -208,16 +232,16 @@ void TMemoryStrDataStorage::SortByField(int32_t column, bool caseSensitive, bool
     std::sort(keys.begin(), keys.end(), [](const NumberKey& a, const NumberKey& b) { return a.value < b.value; });
     for (size_t i = 0; i < count; ++i) order[i] = keys[i].row;
   } else {
+    std::vector<std::u16string_view> cells(count);
     std::vector<TextKey> keys(count);
     for (size_t i = 0; i < count; ++i) {
-      const std::u16string_view cell = records_[i].At(column);
-      keys[i] = {caseSensitive ? PackPrefix<false>(cell) : PackPrefix<true>(cell), cell.data(),
-                 static_cast<uint32_t>(cell.size()), static_cast<uint32_t>(i)};
+      cells[i] = records_[i].At(column);
+      keys[i].row = static_cast<uint32_t>(i);
     }
     if (caseSensitive) {
-      std::sort(keys.begin(), keys.end(), TextLess<false>);
+      SortTextKeys<false>(keys, cells);
     } else {
-      std::sort(keys.begin(), keys.end(), TextLess<true>);
+      SortTextKeys<true>(keys, cells);
     }
     for (size_t i = 0; i < count; ++i) order[i] = keys[i].row;
   }

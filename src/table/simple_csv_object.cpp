@@ -12,24 +12,13 @@
 
 namespace qm {
 
-// Hands the reader one raw line at a time.
-class CsvLineSource {
- public:
-  virtual ~CsvLineSource() = default;
-  // The next line; false at the end of the text. The view stays valid until
-  // the next call.
-  virtual bool Next(std::u16string_view& line) = 0;
-  // About how many lines there are, for pre-sizing the record list.
-  virtual size_t LineCountHint() const = 0;
-};
-
 namespace {
 
 constexpr int32_t kTrue = -1;
 
 // Bytes read and decoded at a time: the table is built while the file
 // streams in, so the whole decoded text never sits in memory beside it.
-constexpr size_t kReadChunk = size_t{1} << 19;
+constexpr size_t kReadChunk = size_t{1} << 18;
 // UTF-16 units rendered before they are encoded and written.
 constexpr size_t kWriteChunk = size_t{1} << 18;
 
@@ -84,6 +73,76 @@ class EncodedFileSink {
   RawBuffer<char> bytes_;
 };
 
+// The reader's skip rules for blank and comment lines.
+struct SkipRules {
+  bool blank = false;
+  std::u16string_view comment;  // empty: comments are not skipped
+
+  bool Skips(std::u16string_view line) const {
+    if (blank && Trim(line).empty()) return true;
+    return !comment.empty() && line.substr(0, comment.size()) == comment;
+  }
+};
+
+// Splits lines into a scratch that is reused for every line.
+class LineSplitter {
+ public:
+  explicit LineSplitter(const TextFormat& format) : format_(format) {}
+
+  // Splits the line; the cells are then Text() and Ends()[0..count).
+  size_t Split(std::u16string_view line, size_t minimumCells) {
+    char16_t* text = text_.Reserve(line.size() + 1);
+    uint32_t* ends = ends_.Reserve(std::max(line.size() + 1, minimumCells));
+    return SplitLineInto(line, format_, text, ends);
+  }
+  // A record of the last split, padded with empty cells to `fieldCount`.
+  Record MakeRecord(size_t count, size_t fieldCount) {
+    uint32_t* ends = ends_.data();
+    const uint32_t length = count ? ends[count - 1] : 0;
+    for (; count < fieldCount; ++count) ends[count] = length;
+    return Record(std::u16string_view(text_.data(), length), std::span<const uint32_t>(ends, count));
+  }
+  // Room for a split done elsewhere.
+  char16_t* TextRoom(size_t units) { return text_.Reserve(units); }
+  uint32_t* EndsRoom(size_t count) { return ends_.Reserve(count); }
+  const TextFormat& Format() const noexcept { return format_; }
+  std::u16string_view Cell(size_t k) const {
+    const uint32_t* ends = ends_.data();
+    const uint32_t begin = k ? ends[k - 1] : 0;
+    return {text_.data() + begin, ends[k] - begin};
+  }
+
+ private:
+  TextFormat format_;
+  RawBuffer<char16_t> text_;
+  RawBuffer<uint32_t> ends_;
+};
+
+}  // namespace
+
+// Hands the reader one line at a time.
+class CsvLineSource {
+ public:
+  virtual ~CsvLineSource() = default;
+  // The next raw line; false at the end of the text. The view stays valid
+  // until the next call.
+  virtual bool Next(std::u16string_view& line) = 0;
+  // The next line: `skipped` when the rules drop it, else split into
+  // `splitter` with `count` cells. False at the end of the text.
+  virtual bool NextData(const SkipRules& rules, LineSplitter& splitter, size_t minCells, bool& skipped,
+                        size_t& count) {
+    std::u16string_view line;
+    if (!Next(line)) return false;
+    skipped = rules.Skips(line);
+    if (!skipped) count = splitter.Split(line, minCells);
+    return true;
+  }
+  // About how many lines there are, for pre-sizing the record list.
+  virtual size_t LineCountHint() const = 0;
+};
+
+namespace {
+
 class ListLines final : public CsvLineSource {
  public:
   explicit ListLines(const std::vector<std::u16string>& lines) : lines_(lines) {}
@@ -110,26 +169,100 @@ class TextLines final : public CsvLineSource {
   size_t hint_;
 };
 
-// Reads a file piece by piece, decodes each piece and cuts it into lines.
-// Pieces end right after a line break, so no line and no CR LF pair spans two
-// pieces and each piece decodes on its own: in every supported encoding a
-// line break is one unit that never occurs inside a multi-byte character or
-// a UTF-7 shifted run.
+// Reads a file piece by piece and cuts each piece into lines. Pieces end
+// right after a line break, so no line and no CR LF pair spans two pieces
+// and each piece decodes on its own: in every supported encoding a line
+// break is one unit that never occurs inside a multi-byte character or a
+// UTF-7 shifted run. UTF-8 in a strict format is split straight from the
+// bytes; everything else is decoded a piece at a time first.
 class FileLines final : public CsvLineSource {
  public:
-  FileLines(FileReader& reader, TextEncoding encoding)
-      : reader_(reader), encoding_(encoding), unitBytes_(encoding == TextEncoding::Unicode ? 2 : 1) {}
+  FileLines(FileReader& reader, TextEncoding encoding, const TextFormat& format)
+      : reader_(reader),
+        encoding_(encoding),
+        unitBytes_(encoding == TextEncoding::Unicode ? 2 : 1),
+        direct_(encoding == TextEncoding::UTF8 && CanSplitUtf8(format)) {}
 
   bool Next(std::u16string_view& line) override {
     for (;;) {
-      if (cursor_.Next(line)) return true;
-      if (finished_ || cursor_.EndedByNul()) return false;
+      if (direct_ ? NextRawLine(line) : cursor_.Next(line)) return true;
+      if (finished_ || ended_ || cursor_.EndedByNul()) return false;
       LoadPiece();
     }
   }
+
+  bool NextData(const SkipRules& rules, LineSplitter& splitter, size_t minCells, bool& skipped,
+                size_t& count) override {
+    if (!direct_) return CsvLineSource::NextData(rules, splitter, minCells, skipped, count);
+    for (;;) {
+      if (pos_ < pieceEnd_) {
+        const char* bytes = bytes_.data();
+        const char* line = bytes + pos_;
+        const char* end = bytes + pieceEnd_;
+        const size_t room = static_cast<size_t>(end - line);
+        const char* stop = nullptr;
+        count = SplitUtf8Line(line, end, splitter.Format(), splitter.TextRoom(room + 16),
+                              splitter.EndsRoom(std::max(room + 2, minCells)), stop);
+        if (stop < end && *stop == 0) {
+          // A character 0 ends the text; a line cut short by it still counts.
+          ended_ = true;
+          pos_ = pieceEnd_;
+          if (stop == line) return false;
+        } else {
+          pos_ = StepOverBreak(stop, end);
+        }
+        skipped = SkipsBytes(rules, line, stop);
+        return true;
+      }
+      if (finished_ || ended_) return false;
+      LoadPiece();
+    }
+  }
+
   size_t LineCountHint() const override { return hint_; }
 
  private:
+  size_t StepOverBreak(const char* stop, const char* end) const {
+    const char* bytes = bytes_.data();
+    if (stop >= end) return static_cast<size_t>(end - bytes);
+    if (*stop == '\r' && stop + 1 < end && stop[1] == '\n') return static_cast<size_t>(stop + 2 - bytes);
+    return static_cast<size_t>(stop + 1 - bytes);
+  }
+
+  // The skip rules on a line still in UTF-8: a blank line has bytes of 0 to
+  // 32 only; the comment prefix is compared with the line's decoded start.
+  bool SkipsBytes(const SkipRules& rules, const char* line, const char* stop) {
+    if (rules.blank) {
+      const char* p = line;
+      while (p < stop && static_cast<unsigned char>(*p) <= 32) ++p;
+      if (p == stop) return true;
+    }
+    if (rules.comment.empty()) return false;
+    const size_t take = std::min(static_cast<size_t>(stop - line), 4 * rules.comment.size() + 4);
+    char16_t* text = lineText_.Reserve(take + 1);
+    const size_t units = DecodeInto(TextEncoding::UTF8, line, take, text);
+    return std::u16string_view(text, units).substr(0, rules.comment.size()) == rules.comment;
+  }
+
+  // The next line decoded on its own (UTF-8 read straight from the bytes).
+  bool NextRawLine(std::u16string_view& line) {
+    if (pos_ >= pieceEnd_) return false;
+    const char* bytes = bytes_.data();
+    const char* start = bytes + pos_;
+    const char* end = bytes + pieceEnd_;
+    const char* stop = start;
+    while (stop < end && *stop != '\n' && *stop != '\r' && *stop != 0) ++stop;
+    char16_t* text = lineText_.Reserve(static_cast<size_t>(stop - start) + 1);
+    line = std::u16string_view(text, DecodeInto(TextEncoding::UTF8, start, static_cast<size_t>(stop - start), text));
+    if (stop < end && *stop == 0) {
+      ended_ = true;
+      pos_ = pieceEnd_;
+      return stop != start;
+    }
+    pos_ = StepOverBreak(stop, end);
+    return true;
+  }
+
   // One past the last line break that is safe to cut after, or 0.
   size_t FindCut(const char* bytes, size_t count) const {
     if (unitBytes_ == 1) {
@@ -159,6 +292,12 @@ class FileLines final : public CsvLineSource {
   }
 
   void LoadPiece() {
+    // Drop the piece just used; what was read beyond it moves to the front.
+    if (consumed_) {
+      held_ -= consumed_;
+      if (held_) std::memmove(bytes_.data(), bytes_.data() + consumed_, held_);
+      consumed_ = 0;
+    }
     size_t want = kReadChunk;
     size_t cut = 0;
     bool end = false;
@@ -187,54 +326,34 @@ class FileLines final : public CsvLineSource {
       const double scale = cut > start ? static_cast<double>(reader_.Size()) / static_cast<double>(cut - start) : 1.0;
       hint_ = static_cast<size_t>(static_cast<double>(breaks + 1) * scale * 1.02) + 16;
     }
-    char16_t* text = text_.Reserve(MaxDecodedUnits(encoding_, cut - start));
-    const size_t units = DecodeInto(encoding_, bytes + start, cut - start, text);
-    cursor_ = TextLineCursor(text, text + units);
-    held_ -= cut;
-    if (held_) std::memmove(bytes, bytes + cut, held_);
-    finished_ = end && held_ == 0;
+    if (direct_) {
+      pos_ = start;
+      pieceEnd_ = cut;
+    } else {
+      char16_t* text = text_.Reserve(MaxDecodedUnits(encoding_, cut - start));
+      const size_t units = DecodeInto(encoding_, bytes + start, cut - start, text);
+      cursor_ = TextLineCursor(text, text + units);
+    }
+    consumed_ = cut;
+    finished_ = end && held_ == cut;
   }
 
   FileReader& reader_;
   TextEncoding encoding_;
   size_t unitBytes_;
+  bool direct_;
   RawBuffer<char> bytes_;
-  size_t held_ = 0;  // bytes read but not yet decoded, at the buffer's start
-  RawBuffer<char16_t> text_;
+  size_t held_ = 0;      // bytes read, from the buffer's start
+  size_t consumed_ = 0;  // bytes of the current piece, dropped at the next load
+  size_t pos_ = 0;       // direct reading: the next line's first byte
+  size_t pieceEnd_ = 0;
+  RawBuffer<char16_t> text_;      // decoded piece
+  RawBuffer<char16_t> lineText_;  // one decoded line
   TextLineCursor cursor_;
   bool first_ = true;
   bool finished_ = false;
+  bool ended_ = false;  // a character 0 ended the text
   size_t hint_ = 0;
-};
-
-// Splits lines into a scratch that is reused for every line.
-class LineSplitter {
- public:
-  explicit LineSplitter(const TextFormat& format) : format_(format) {}
-
-  // Splits the line; the cells are then Text() and Ends()[0..count).
-  size_t Split(std::u16string_view line, size_t minimumCells) {
-    char16_t* text = text_.Reserve(line.size() + 1);
-    uint32_t* ends = ends_.Reserve(std::max(line.size() + 1, minimumCells));
-    return SplitLineInto(line, format_, text, ends);
-  }
-  // A record of the last split, padded with empty cells to `fieldCount`.
-  Record MakeRecord(size_t count, size_t fieldCount) {
-    uint32_t* ends = ends_.data();
-    const uint32_t length = count ? ends[count - 1] : 0;
-    for (; count < fieldCount; ++count) ends[count] = length;
-    return Record(std::u16string_view(text_.data(), length), std::span<const uint32_t>(ends, count));
-  }
-  std::u16string_view Cell(size_t k) const {
-    const uint32_t* ends = ends_.data();
-    const uint32_t begin = k ? ends[k - 1] : 0;
-    return {text_.data() + begin, ends[k] - begin};
-  }
-
- private:
-  TextFormat format_;
-  RawBuffer<char16_t> text_;
-  RawBuffer<uint32_t> ends_;
 };
 
 }  // namespace
@@ -284,17 +403,12 @@ void TSimpleCSVDataClass::ReadLines(CsvLineSource& source) {
   for (int32_t k = 0; k < skipFirst_; ++k) {
     if (!source.Next(line)) RaiseTextEmpty();
   }
-  const bool skipComments = skipComments_ && !commentChars_.empty();
-  // Leaves `line` at the next data line; false past the end.
-  auto nextDataLine = [&](bool fetch) {
-    for (;; fetch = true) {
-      if (fetch && !source.Next(line)) return false;
-      if (skipEmpty_ && Trim(line).empty()) continue;
-      if (skipComments && line.substr(0, commentChars_.size()) == commentChars_) continue;
-      return true;
-    }
-  };
-  if (!nextDataLine(false)) RaiseTextEmpty();
+  SkipRules rules;
+  rules.blank = skipEmpty_;
+  if (skipComments_) rules.comment = commentChars_;
+  while (rules.Skips(line)) {
+    if (!source.Next(line)) RaiseTextEmpty();
+  }
 
   LineSplitter splitter(format_);
   const size_t fieldCount = splitter.Split(line, 0);
@@ -307,10 +421,12 @@ void TSimpleCSVDataClass::ReadLines(CsvLineSource& source) {
   }
   const size_t hint = source.LineCountHint();
   storage_.SetCapacity(static_cast<int32_t>(std::min<size_t>(hint, 0x7FFFFFFF)));
+  // Without a header the first data line is also the first record.
   if (!headerLine_) storage_.AppendRecord(splitter.MakeRecord(fieldCount, fieldCount));
-  while (nextDataLine(true)) {
-    const size_t count = splitter.Split(line, fieldCount);
-    storage_.AppendRecord(splitter.MakeRecord(count, fieldCount));
+  bool skipped = false;
+  size_t count = 0;
+  while (source.NextData(rules, splitter, fieldCount, skipped, count)) {
+    if (!skipped) storage_.AppendRecord(splitter.MakeRecord(count, fieldCount));
   }
 }
 
@@ -332,7 +448,7 @@ bool TSimpleCSVDataClass::LoadFromCSVFile(std::u16string_view fileName) {
   return Guard([&] {
     // Opened before the table is cleared: a missing file keeps the old table.
     FileReader reader(fileName);
-    FileLines source(reader, encoding_);
+    FileLines source(reader, encoding_, format_);
     ReadLines(source);
   });
 }
@@ -341,25 +457,29 @@ bool TSimpleCSVDataClass::LoadFromCSVFile(std::u16string_view fileName) {
 
 template <typename Sink>
 void TSimpleCSVDataClass::Render(Sink&& sink) const {
-  std::u16string buffer;
-  buffer.reserve(kWriteChunk + 4096);
-  auto endLine = [&] {
-    buffer.append(u"\r\n");
-    if (buffer.size() >= kWriteChunk) {
-      sink(std::u16string_view(buffer));
-      buffer.clear();
+  // Lines are joined straight into one buffer that is handed on whenever it
+  // holds enough; it grows only for a record larger than the chunk.
+  RawBuffer<char16_t> buffer;
+  size_t size = 0;
+  char16_t* data = buffer.Reserve(kWriteChunk);
+  auto add = [&](const Record& record) {
+    const size_t room = JoinedRecordMaxUnits(record) + 2;
+    if (size + room > kWriteChunk) {
+      if (size) sink(std::u16string_view(data, size));
+      size = 0;
+      data = buffer.Reserve(room);
     }
+    char16_t* end = WriteJoinedRecord(record, format_, data + size);
+    end[0] = u'\r';
+    end[1] = u'\n';
+    size = static_cast<size_t>(end + 2 - data);
   };
   if (headerLine_) {
     std::vector<std::u16string_view> names(storage_.FieldNames().begin(), storage_.FieldNames().end());
-    AppendJoinedRecord(Record(names), format_, buffer);
-    endLine();
+    add(Record(names));
   }
-  for (const Record& record : storage_.Records()) {
-    AppendJoinedRecord(record, format_, buffer);
-    endLine();
-  }
-  if (!buffer.empty()) sink(std::u16string_view(buffer));
+  for (const Record& record : storage_.Records()) add(record);
+  if (size) sink(std::u16string_view(data, size));
 }
 
 bool TSimpleCSVDataClass::SaveToStrings(std::vector<std::u16string>& lines) {

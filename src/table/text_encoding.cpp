@@ -2,13 +2,66 @@
 
 #include <cstring>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include "platform/ansi_codepage.h"
 
 namespace qm {
 
 namespace {
-
 constexpr char16_t kReplacement = 0xFFFD;
+}  // namespace
+
+size_t DecodeUtf8Sequence(const char* bytes, size_t count, char16_t*& out) {
+  const auto* s = reinterpret_cast<const uint8_t*>(bytes);
+  const uint8_t b0 = s[0];
+  if (b0 < 0x80) {
+    *out++ = b0;
+    return 1;
+  }
+  int extra;
+  uint32_t cp;
+  uint8_t lo = 0x80, hi = 0xBF;  // range of the second byte
+  if (b0 >= 0xC2 && b0 <= 0xDF) {
+    extra = 1, cp = b0 & 0x1Fu;
+  } else if (b0 >= 0xE0 && b0 <= 0xEF) {
+    extra = 2, cp = b0 & 0x0Fu;
+    if (b0 == 0xE0) lo = 0xA0;  // no overlong forms
+    if (b0 == 0xED) hi = 0x9F;  // no surrogates
+  } else if (b0 >= 0xF0 && b0 <= 0xF4) {
+    extra = 3, cp = b0 & 0x07u;
+    if (b0 == 0xF0) lo = 0x90;
+    if (b0 == 0xF4) hi = 0x8F;  // nothing above U+10FFFF
+  } else {
+    *out++ = kReplacement;
+    return 1;
+  }
+  size_t j = 1;
+  for (int k = 0; k < extra; ++k, ++j) {
+    if (j >= count) {
+      *out++ = kReplacement;
+      return j;
+    }
+    const uint8_t b = s[j];
+    if (b < (k == 0 ? lo : 0x80) || b > (k == 0 ? hi : 0xBF)) {
+      *out++ = kReplacement;
+      return j;
+    }
+    cp = (cp << 6) | (b & 0x3Fu);
+  }
+  if (cp < 0x10000) {
+    *out++ = static_cast<char16_t>(cp);
+  } else {
+    cp -= 0x10000;
+    *out++ = static_cast<char16_t>(0xD800 + (cp >> 10));
+    *out++ = static_cast<char16_t>(0xDC00 + (cp & 0x3FF));
+  }
+  return j;
+}
+
+namespace {
 constexpr uint64_t kHighBits = 0x8080808080808080ull;
 
 inline uint64_t Load8(const char* p) {
@@ -28,65 +81,37 @@ size_t DecodeUtf8(const char* in, size_t n, char16_t* out) {
   char16_t* o = out;
   size_t i = 0;
   while (i < n) {
-    // Plain ASCII eight bytes at a time.
+    // Plain ASCII sixteen or eight bytes at a time.
+#if defined(__SSE2__)
+    // The widened block is stored whole; only its ASCII prefix counts. Output
+    // never runs ahead of input, so the stores stay within the room.
+    while (i + 16 <= n) {
+      const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(in + i));
+      const __m128i zero = _mm_setzero_si128();
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(o), _mm_unpacklo_epi8(v, zero));
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(o + 8), _mm_unpackhi_epi8(v, zero));
+      const int mask = _mm_movemask_epi8(v);
+      if (mask) {
+        const int ascii = __builtin_ctz(static_cast<unsigned>(mask));
+        o += ascii;
+        i += static_cast<size_t>(ascii);
+        break;
+      }
+      o += 16;
+      i += 16;
+    }
+#endif
     while (i + 8 <= n && (Load8(in + i) & kHighBits) == 0) {
       for (int k = 0; k < 8; ++k) o[k] = s[i + k];
       o += 8;
       i += 8;
     }
     if (i >= n) break;
-    const uint8_t b0 = s[i];
-    if (b0 < 0x80) {
-      *o++ = b0;
-      ++i;
+    if (s[i] < 0x80) {
+      *o++ = s[i++];
       continue;
     }
-    int extra;
-    uint32_t cp;
-    uint8_t lo = 0x80, hi = 0xBF;  // range of the second byte
-    if (b0 >= 0xC2 && b0 <= 0xDF) {
-      extra = 1, cp = b0 & 0x1Fu;
-    } else if (b0 >= 0xE0 && b0 <= 0xEF) {
-      extra = 2, cp = b0 & 0x0Fu;
-      if (b0 == 0xE0) lo = 0xA0;
-      if (b0 == 0xED) hi = 0x9F;  // no surrogates
-    } else if (b0 >= 0xF0 && b0 <= 0xF4) {
-      extra = 3, cp = b0 & 0x07u;
-      if (b0 == 0xF0) lo = 0x90;
-      if (b0 == 0xF4) hi = 0x8F;
-    } else {
-      *o++ = kReplacement;
-      ++i;
-      continue;
-    }
-    size_t j = i + 1;
-    bool ok = true;
-    for (int k = 0; k < extra; ++k, ++j) {
-      if (j >= n) {
-        ok = false;
-        break;
-      }
-      const uint8_t b = s[j];
-      const uint8_t min = k == 0 ? lo : 0x80, max = k == 0 ? hi : 0xBF;
-      if (b < min || b > max) {
-        ok = false;
-        break;
-      }
-      cp = (cp << 6) | (b & 0x3Fu);
-    }
-    if (!ok) {
-      *o++ = kReplacement;
-      i = j;
-      continue;
-    }
-    if (cp < 0x10000) {
-      *o++ = static_cast<char16_t>(cp);
-    } else {
-      cp -= 0x10000;
-      *o++ = static_cast<char16_t>(0xD800 + (cp >> 10));
-      *o++ = static_cast<char16_t>(0xDC00 + (cp & 0x3FF));
-    }
-    i = j;
+    i += DecodeUtf8Sequence(in + i, n - i, o);
   }
   return static_cast<size_t>(o - out);
 }
@@ -102,6 +127,18 @@ size_t EncodeUtf8(const char16_t* s, size_t n, char* out) {
   auto* o = reinterpret_cast<uint8_t*>(out);
   size_t i = 0;
   while (i < n) {
+#if defined(__SSE2__)
+    const __m128i high = _mm_set1_epi16(static_cast<short>(0xFF80));
+    while (i + 16 <= n) {
+      const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i));
+      const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i + 8));
+      const __m128i any = _mm_and_si128(_mm_or_si128(a, b), high);
+      if (_mm_movemask_epi8(_mm_cmpeq_epi16(any, _mm_setzero_si128())) != 0xFFFF) break;
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(o), _mm_packus_epi16(a, b));
+      o += 16;
+      i += 16;
+    }
+#endif
     while (i + 8 <= n && AllAscii8(s + i)) {
       for (int k = 0; k < 8; ++k) o[k] = static_cast<uint8_t>(s[i + k]);
       o += 8;

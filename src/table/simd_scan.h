@@ -1,0 +1,93 @@
+// Searches over UTF-16 text, eight units at a time where SSE2 is available
+// (every x86-64 build), one at a time elsewhere. Internal to the CSV reader
+// and writer.
+#pragma once
+
+#include <cstddef>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace qm::simd {
+
+#if defined(__SSE2__)
+inline __m128i Load(const char16_t* p) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)); }
+inline unsigned FirstUnit(int mask) { return static_cast<unsigned>(__builtin_ctz(static_cast<unsigned>(mask))) / 2; }
+#endif
+
+// The first unit equal to a, b or c, or `end`.
+inline const char16_t* FindAny3(const char16_t* p, const char16_t* end, char16_t a, char16_t b, char16_t c) {
+#if defined(__SSE2__)
+  const __m128i va = _mm_set1_epi16(static_cast<short>(a));
+  const __m128i vb = _mm_set1_epi16(static_cast<short>(b));
+  const __m128i vc = _mm_set1_epi16(static_cast<short>(c));
+  for (; end - p >= 8; p += 8) {
+    const __m128i v = Load(p);
+    const __m128i hit = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi16(v, va), _mm_cmpeq_epi16(v, vb)), _mm_cmpeq_epi16(v, vc));
+    const int mask = _mm_movemask_epi8(hit);
+    if (mask) return p + FirstUnit(mask);
+  }
+#endif
+  for (; p < end; ++p) {
+    if (*p == a || *p == b || *p == c) return p;
+  }
+  return end;
+}
+
+// The first unit equal to a, or `end`.
+inline const char16_t* Find(const char16_t* p, const char16_t* end, char16_t a) {
+#if defined(__SSE2__)
+  const __m128i va = _mm_set1_epi16(static_cast<short>(a));
+  for (; end - p >= 8; p += 8) {
+    const int mask = _mm_movemask_epi8(_mm_cmpeq_epi16(Load(p), va));
+    if (mask) return p + FirstUnit(mask);
+  }
+#endif
+  for (; p < end; ++p) {
+    if (*p == a) return p;
+  }
+  return end;
+}
+
+// The first unit with a code of 0 to 32 or equal to a or b, or `end`.
+inline const char16_t* FindBlankOr2(const char16_t* p, const char16_t* end, char16_t a, char16_t b) {
+#if defined(__SSE2__)
+  const __m128i va = _mm_set1_epi16(static_cast<short>(a));
+  const __m128i vb = _mm_set1_epi16(static_cast<short>(b));
+  const __m128i space = _mm_set1_epi16(32);
+  const __m128i zero = _mm_setzero_si128();
+  for (; end - p >= 8; p += 8) {
+    const __m128i v = Load(p);
+    const __m128i low = _mm_cmpeq_epi16(_mm_subs_epu16(v, space), zero);
+    const __m128i hit = _mm_or_si128(low, _mm_or_si128(_mm_cmpeq_epi16(v, va), _mm_cmpeq_epi16(v, vb)));
+    const int mask = _mm_movemask_epi8(hit);
+    if (mask) return p + FirstUnit(mask);
+  }
+#endif
+  for (; p < end; ++p) {
+    if (*p <= 32 || *p == a || *p == b) return p;
+  }
+  return end;
+}
+
+// Copies units from `in` to `out` up to the first unit equal to `stop` or the
+// `count` units, and returns how many were copied. It may store up to eight
+// units past the copied ones, but never past out + count.
+inline size_t CopyUntil(const char16_t* in, size_t count, char16_t* out, char16_t stop) {
+  size_t k = 0;
+#if defined(__SSE2__)
+  const __m128i vs = _mm_set1_epi16(static_cast<short>(stop));
+  while (count - k >= 8) {
+    const __m128i v = Load(in + k);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out + k), v);
+    const int mask = _mm_movemask_epi8(_mm_cmpeq_epi16(v, vs));
+    if (mask) return k + FirstUnit(mask);
+    k += 8;
+  }
+#endif
+  for (; k < count && in[k] != stop; ++k) out[k] = in[k];
+  return k;
+}
+
+}  // namespace qm::simd
