@@ -74,10 +74,12 @@ std::string ReadAll(const fs::path& path) {
 int main(int argc, char** argv) {
   const unsigned long long records = argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 1000000ull;
   const int runs = records > 2000000 ? 1 : 3;
+  // Names of this run only: other programs may use the same folder.
+  const std::string tag = std::to_string(records) + "_" + std::to_string(Clock::now().time_since_epoch().count());
   const fs::path dir = fs::temp_directory_path();
-  const fs::path input = dir / ("qmcsv_bench_orders_" + std::to_string(records) + ".csv");
-  const fs::path output = dir / ("qmcsv_bench_saved_" + std::to_string(records) + ".csv");
-  const fs::path utf16 = dir / ("qmcsv_bench_utf16_" + std::to_string(records) + ".csv");
+  const fs::path input = dir / ("qmcsv_bench_orders_" + tag + ".csv");
+  const fs::path output = dir / ("qmcsv_bench_saved_" + tag + ".csv");
+  const fs::path utf16 = dir / ("qmcsv_bench_utf16_" + tag + ".csv");
 
   auto start = Clock::now();
   const double fileBytes = static_cast<double>(qm::bench::WriteOrdersFile(input.string(), records));
@@ -150,11 +152,17 @@ int main(int argc, char** argv) {
   // UTF-16 figures.
   table.SetEncoding(qm::TextEncoding::Unicode);
   start = Clock::now();
-  table.SaveToCSVFile(WidePath(utf16));
+  if (!table.SaveToCSVFile(WidePath(utf16))) {
+    std::fprintf(stderr, "save failed: %s\n", qm::Utf16ToUtf8(table.LastError()).c_str());
+    return 1;
+  }
   const double utf16Mb = static_cast<double>(fs::file_size(utf16)) / 1e6;
   std::printf("save_utf16: %.1f MB/s\n", utf16Mb / Seconds(start));
   start = Clock::now();
-  table.LoadFromCSVFile(WidePath(utf16));
+  if (!table.LoadFromCSVFile(WidePath(utf16))) {
+    std::fprintf(stderr, "load failed: %s\n", qm::Utf16ToUtf8(table.LastError()).c_str());
+    return 1;
+  }
   std::printf("load_utf16: %.1f MB/s\n", utf16Mb / Seconds(start));
 
   // Sorts, on the loaded table.

@@ -11,15 +11,18 @@ namespace {
 
 constexpr bool IsBlank(char16_t c) { return c >= 1 && c <= 32; }
 
+// The first character that matters for quoting: the quote character, the
+// delimiter, a character 0 and, when not strict, codes 1 to 32.
+inline const char16_t* FindQuoteTrigger(std::u16string_view text, const TextFormat& f) {
+  const char16_t* end = text.data() + text.size();
+  return f.strict ? simd::FindAny3(text.data(), end, 0, f.quote, f.delimiter)
+                  : simd::FindBlankOr2(text.data(), end, f.quote, f.delimiter);
+}
+
 // Mirrors the writer's rule, including that a character 0 ends the check.
 inline bool NeedsQuotes(std::u16string_view cell, const TextFormat& f) {
-  const char16_t* end = cell.data() + cell.size();
-  if (f.strict) {
-    const char16_t* hit = simd::FindAny3(cell.data(), end, 0, f.quote, f.delimiter);
-    return hit != end && *hit != 0;
-  }
-  const char16_t* hit = simd::FindBlankOr2(cell.data(), end, f.quote, f.delimiter);
-  return hit != end && *hit != 0;
+  const char16_t* hit = FindQuoteTrigger(cell, f);
+  return hit != cell.data() + cell.size() && *hit != 0;
 }
 
 }  // namespace
@@ -200,6 +203,21 @@ size_t JoinedRecordMaxUnits(const Record& record) {
   return 2 * text + 3 * static_cast<size_t>(count) + 2;
 }
 
+namespace {
+
+// Copies a cell; short cells are common, so no library call for them.
+inline char16_t* CopyCell(std::u16string_view cell, char16_t* out) {
+  const char16_t* in = cell.data();
+  size_t n = cell.size();
+#if defined(__SSE2__)
+  for (; n >= 8; n -= 8, in += 8, out += 8) _mm_storeu_si128(reinterpret_cast<__m128i*>(out), simd::Load(in));
+#endif
+  for (; n > 0; --n) *out++ = *in++;
+  return out;
+}
+
+}  // namespace
+
 char16_t* WriteJoinedRecord(const Record& record, const TextFormat& f, char16_t* out) {
   const int32_t count = record.Count();
   if (count == 1 && record.Cell(0).empty()) {
@@ -209,12 +227,17 @@ char16_t* WriteJoinedRecord(const Record& record, const TextFormat& f, char16_t*
     }
     return out;
   }
+  if (count == 0) return out;
+  // The cells lie back to back, so one look at the whole record usually
+  // shows that no cell needs quotes.
+  const std::u16string_view last = record.Cell(count - 1);
+  const std::u16string_view all(record.Cell(0).data(), static_cast<size_t>(last.data() + last.size() - record.Cell(0).data()));
+  const bool plain = f.quote == 0 || FindQuoteTrigger(all, f) == all.data() + all.size();
   for (int32_t k = 0; k < count; ++k) {
     if (k) *out++ = f.delimiter;
     const std::u16string_view cell = record.Cell(k);
-    if (f.quote == 0 || !NeedsQuotes(cell, f)) {
-      std::memcpy(out, cell.data(), cell.size() * sizeof(char16_t));
-      out += cell.size();
+    if (plain || !NeedsQuotes(cell, f)) {
+      out = CopyCell(cell, out);
       continue;
     }
     *out++ = f.quote;

@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <functional>
+#include <random>
 #include <string>
 #include <vector>
 
+#include "core/convert.h"
 #include "core/errors.h"
 #include "table/memory_data_storage.h"
 
@@ -237,6 +239,46 @@ TEST(MemoryDataStorage, SortTextFoldsOnlyAsciiLetters) {
                 (std::vector<std::u16string>(c.sorted.begin() + 3, c.sorted.end())));
     } else {
       EXPECT_EQ(got, c.sorted) << c.name;
+    }
+  }
+}
+
+// Random keys with long shared prefixes, embedded character 0 and mixed case
+// come out ordered as an ordinal comparison (with ASCII folding) orders them.
+TEST(MemoryDataStorage, SortTextMatchesOrdinalComparison) {
+  const std::u16string alphabet = std::u16string(u"aAbB_zZ\u00e9\u00c9", 9) + std::u16string(1, u'\0');
+  auto fold = [](char16_t c) { return c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - 32) : c; };
+  std::mt19937 random(77);
+  for (int round = 0; round < 40; ++round) {
+    std::vector<Cells> rows;
+    for (int k = 0; k < 300; ++k) {
+      std::u16string key = round % 2 ? u"common prefix " : u"";
+      const size_t length = random() % 12;
+      for (size_t i = 0; i < length; ++i) key.push_back(alphabet[random() % alphabet.size()]);
+      rows.push_back({key, IntToStr(k)});
+    }
+    for (const bool caseSensitive : {true, false}) {
+      TMemoryStrDataStorage storage;
+      Fill(storage, {u"k", u"n"}, rows);
+      storage.SortByField(0, caseSensitive, round % 3 == 0, false);
+      std::vector<std::u16string> keys = Keys(storage);
+      if (round % 3 == 0) std::reverse(keys.begin(), keys.end());
+      auto less = [&](const std::u16string& a, const std::u16string& b) {
+        const size_t n = std::min(a.size(), b.size());
+        for (size_t i = 0; i < n; ++i) {
+          const char16_t x = caseSensitive ? a[i] : fold(a[i]);
+          const char16_t y = caseSensitive ? b[i] : fold(b[i]);
+          if (x != y) return x < y;
+        }
+        return a.size() < b.size();
+      };
+      EXPECT_TRUE(std::is_sorted(keys.begin(), keys.end(), less)) << "round " << round;
+      // Every record is still there once.
+      std::vector<std::u16string> numbers;
+      for (const Record& r : storage.Records()) numbers.emplace_back(r.Cell(1));
+      std::sort(numbers.begin(), numbers.end());
+      EXPECT_EQ(std::adjacent_find(numbers.begin(), numbers.end()), numbers.end());
+      EXPECT_EQ(numbers.size(), rows.size());
     }
   }
 }
