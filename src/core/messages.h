@@ -10,6 +10,11 @@ inline constexpr std::u16string_view kListIndexOutOfBounds = u"List index out of
 inline constexpr std::u16string_view kInvalidInteger = u"'%s' is not a valid integer value";
 inline constexpr std::u16string_view kCannotOpenFile = u"Cannot open file \"%s\". %s";
 inline constexpr std::u16string_view kCannotCreateFile = u"Cannot create file \"%s\". %s";
+// Reasons of the common file failures, worded alike in both builds.
+inline constexpr std::u16string_view kFileNotFound = u"The system cannot find the file specified";
+inline constexpr std::u16string_view kPathNotFound = u"The system cannot find the path specified";
+inline constexpr std::u16string_view kAccessDenied = u"Access is denied";
+inline constexpr std::u16string_view kUnknownError = u"Unknown error";
 // A pattern that does not compile: the regular-expression library's own
 // message, then the position (in code units) where it gave up.
 inline constexpr std::u16string_view kRegexErrorAtOffset = u"%s at offset %d";

@@ -37,14 +37,13 @@ bool ParentExists(const std::string& path) {
 std::u16string Reason(int error, const std::string& path) {
   switch (error) {
     case ENOENT:
-      return ParentExists(path) ? u"The system cannot find the file specified"
-                                : u"The system cannot find the path specified";
+      return std::u16string(ParentExists(path) ? msg::kFileNotFound : msg::kPathNotFound);
     case ENOTDIR:
-      return u"The system cannot find the path specified";
+      return std::u16string(msg::kPathNotFound);
     case EACCES:
     case EPERM:
     case EISDIR:
-      return u"Access is denied";
+      return std::u16string(msg::kAccessDenied);
     default:
       return Utf8ToUtf16(std::strerror(error));
   }

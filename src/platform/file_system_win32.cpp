@@ -15,11 +15,11 @@ std::wstring NativePath(std::u16string_view path) { return std::wstring(path.beg
 std::u16string Reason(DWORD error) {
   switch (error) {
     case ERROR_FILE_NOT_FOUND:
-      return u"The system cannot find the file specified";
+      return std::u16string(msg::kFileNotFound);
     case ERROR_PATH_NOT_FOUND:
-      return u"The system cannot find the path specified";
+      return std::u16string(msg::kPathNotFound);
     case ERROR_ACCESS_DENIED:
-      return u"Access is denied";
+      return std::u16string(msg::kAccessDenied);
     default:
       break;
   }

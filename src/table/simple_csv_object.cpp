@@ -386,7 +386,7 @@ bool TSimpleCSVDataClass::Guard(Operation&& operation) {
   } catch (const std::exception& e) {
     lastError_ = ExceptionText(e);
   } catch (...) {
-    lastError_ = u"Unknown error";
+    lastError_ = msg::kUnknownError;
   }
   return false;
 }
