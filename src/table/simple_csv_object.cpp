@@ -160,7 +160,8 @@ class ListLines final : public CsvLineSource {
 
 class TextLines final : public CsvLineSource {
  public:
-  explicit TextLines(std::u16string_view text) : cursor_(text), hint_(text.size() / 16 + 1) {}
+  explicit TextLines(std::u16string_view text)
+      : cursor_(text), hint_(static_cast<size_t>(std::count(text.begin(), text.end(), u'\n')) + 1) {}
   bool Next(std::u16string_view& line) override { return cursor_.Next(line); }
   size_t LineCountHint() const override { return hint_; }
 
