@@ -89,7 +89,7 @@ class LineSplitter {
  public:
   explicit LineSplitter(const TextFormat& format) : format_(format) {}
 
-  // Splits the line; the cells are then Text() and Ends()[0..count).
+  // Splits the line; its cells are then Cell(0) to Cell(count - 1).
   size_t Split(std::u16string_view line, size_t minimumCells) {
     char16_t* text = text_.Reserve(line.size() + 1);
     uint32_t* ends = ends_.Reserve(std::max(line.size() + 1, minimumCells));
