@@ -250,6 +250,76 @@ char16_t* WriteJoinedRecord(const Record& record, const TextFormat& f, char16_t*
   return out;
 }
 
+bool CanJoinUtf8(const TextFormat& f) {
+  auto surrogate = [](char16_t c) { return c >= 0xD800 && c <= 0xDFFF; };
+  return !surrogate(f.delimiter) && !surrogate(f.quote);
+}
+
+namespace {
+
+// ASCII eight units at a time; the first other unit sends the rest of the
+// cell through the full encoder.
+inline char* EncodeCellUtf8(const char16_t* in, size_t n, char* out) {
+  size_t k = 0;
+#if defined(__SSE2__)
+  const __m128i high = _mm_set1_epi16(static_cast<short>(0xFF80));
+  const __m128i zero = _mm_setzero_si128();
+  while (n - k >= 8) {
+    const __m128i v = simd::Load(in + k);
+    if (_mm_movemask_epi8(_mm_cmpeq_epi16(_mm_and_si128(v, high), zero)) != 0xFFFF) break;
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(out), _mm_packus_epi16(v, v));
+    out += 8;
+    k += 8;
+  }
+#endif
+  for (; k < n && in[k] < 0x80; ++k) *out++ = static_cast<char>(in[k]);
+  if (k < n) out += EncodeInto(TextEncoding::UTF8, in + k, n - k, out);
+  return out;
+}
+
+}  // namespace
+
+char* WriteJoinedRecordUtf8(const Record& record, const TextFormat& f, char* out, std::u16string& scratch) {
+  const int32_t count = record.Count();
+  if (count == 1 && record.Cell(0).empty()) {
+    if (f.quote != 0) {
+      const char16_t quotes[2] = {f.quote, f.quote};
+      out = EncodeCellUtf8(quotes, 2, out);
+    }
+    return out;
+  }
+  if (count == 0) return out;
+  char delimiter[4];
+  const size_t delimiterBytes = static_cast<size_t>(EncodeCellUtf8(&f.delimiter, 1, delimiter) - delimiter);
+  const std::u16string_view last = record.Cell(count - 1);
+  const std::u16string_view all(record.Cell(0).data(),
+                                static_cast<size_t>(last.data() + last.size() - record.Cell(0).data()));
+  const bool plain = f.quote == 0 || FindQuoteTrigger(all, f) == all.data() + all.size();
+  for (int32_t k = 0; k < count; ++k) {
+    if (k) {
+      if (delimiterBytes == 1) {
+        *out++ = delimiter[0];
+      } else {
+        std::memcpy(out, delimiter, delimiterBytes);
+        out += delimiterBytes;
+      }
+    }
+    const std::u16string_view cell = record.Cell(k);
+    if (plain || !NeedsQuotes(cell, f)) {
+      out = EncodeCellUtf8(cell.data(), cell.size(), out);
+      continue;
+    }
+    scratch.assign(1, f.quote);
+    for (const char16_t c : cell) {
+      if (c == f.quote) scratch.push_back(c);
+      scratch.push_back(c);
+    }
+    scratch.push_back(f.quote);
+    out = EncodeCellUtf8(scratch.data(), scratch.size(), out);
+  }
+  return out;
+}
+
 void AppendJoinedRecord(const Record& record, const TextFormat& format, std::u16string& out) {
   const size_t old = out.size();
   out.resize(old + JoinedRecordMaxUnits(record));

@@ -62,4 +62,13 @@ void AppendJoinedRecord(const Record& record, const TextFormat& format, std::u16
 size_t JoinedRecordMaxUnits(const Record& record);
 char16_t* WriteJoinedRecord(const Record& record, const TextFormat& format, char16_t* out);
 
+// True when WriteJoinedRecordUtf8 can write this format: a delimiter and
+// quote character that are no surrogates, so no character pairs up across a
+// cell's edge.
+bool CanJoinUtf8(const TextFormat& format);
+// The record joined and encoded as UTF-8 in one step: the same bytes as
+// encoding WriteJoinedRecord's units. `out` needs room for
+// 3 * JoinedRecordMaxUnits bytes; `scratch` is working space.
+char* WriteJoinedRecordUtf8(const Record& record, const TextFormat& format, char* out, std::u16string& scratch);
+
 }  // namespace qm

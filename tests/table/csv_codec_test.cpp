@@ -424,6 +424,42 @@ TEST(CsvFiles, DirectUtf8ReadingMatchesDecodedText) {
   }
 }
 
+// A UTF-8 file is rendered straight to bytes; any table in any format must
+// give the bytes of its text encoded afterwards.
+TEST(CsvFiles, DirectUtf8WritingMatchesEncodedText) {
+  const TextFormat formats[] = {{u';', u'"', true},       {u',', u'"', false}, {u'\t', u'\'', true},
+                                {u'\u00a7', u'\u00ab', true}, {u';', 0, true},     {u'\xDC00', u'"', true}};
+  const std::u16string alphabet = std::u16string(u"ab ;,\"'\t\u00a7\u00ab\u00e9\u4e2d\U0001F600\xD800\xDC00\r", 16) +
+                                  std::u16string(1, u'\0');
+  std::mt19937 random(31);
+  TempFolder folder;
+  for (int round = 0; round < 30; ++round) {
+    TSimpleCSVDataClass table;
+    table.SetHeaderLine(round % 2 == 0);
+    for (int k = 0; k < 4; ++k) table.Storage().AppendFieldName(u"f" + std::u16string(1, alphabet[random() % 12]));
+    for (int r = 0; r < 200; ++r) {
+      std::vector<std::u16string> cells(random() % 6);
+      for (auto& cell : cells) {
+        const size_t length = random() % 3 == 0 ? 0 : random() % 30;
+        for (size_t i = 0; i < length; ++i) {
+          cell.push_back(random() % 3 ? static_cast<char16_t>(u'a' + random() % 26) : alphabet[random() % alphabet.size()]);
+        }
+      }
+      std::vector<std::u16string_view> views(cells.begin(), cells.end());
+      table.Storage().AppendRecord(Record(views));
+    }
+    for (const TextFormat& format : formats) {
+      table.SetDelimiter(format.delimiter);
+      table.SetQuoteChar(format.quote);
+      table.SetStrictDelimiter(format.strict);
+      std::u16string text;
+      ASSERT_TRUE(table.SaveToText(text));
+      table.WriteToFile(Wide(folder / "out.csv"), TextEncoding::UTF8);
+      EXPECT_TRUE(ReadBytes(folder / "out.csv") == "\xEF\xBB\xBF" + EncodeText(text, TextEncoding::UTF8)) << round;
+    }
+  }
+}
+
 TEST(CsvFiles, OpenFailureKeepsTheOldTable) {
   TempFolder folder;
   TSimpleCSVDataClass table;
