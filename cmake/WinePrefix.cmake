@@ -42,6 +42,18 @@ if(NOT EXISTS "${PREFIX}/system.reg")
   endif()
 endif()
 
+# A program that crashes prints winedbg's backtrace and ends, rather than
+# opening the crash dialog (a test program's SetErrorMode covers only itself).
+file(READ "${PREFIX}/user.reg" user_reg)
+if(NOT user_reg MATCHES "\"ShowCrashDialog\"=dword:00000000")
+  execute_process(COMMAND "${WINE}" reg.exe add "HKCU\\Software\\Wine\\WineDbg"
+                          /v ShowCrashDialog /t REG_DWORD /d 0 /f
+                  RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE out TIMEOUT 120)
+  if(NOT rc EQUAL 0)
+    message(FATAL_ERROR "Could not turn off Wine's crash dialog (${rc}):\n${out}")
+  endif()
+endif()
+
 # Proves that a Windows program runs (and leaves wineserver up for the tests).
 execute_process(COMMAND "${WINE}" cmd.exe /c echo wine-ok
                 RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err TIMEOUT 120)

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "plugin/host_services.h"
+#include "plugin/param_parser.h"
 #include "plugin/task_bridge.h"
 #include "table/csv_source_settings.h"
 
@@ -22,6 +23,10 @@ TSimpleCSVDataClass* ObtainTableOrReport(const QmTaskBridge& task, const TQMPara
     return nullptr;
   }
   return table;
+}
+
+std::u16string ReadExpanded(const TQMParamParser& params, std::u16string_view key, std::u16string_view fallback) {
+  return ExpandVariables(params.GetStringDef(key, fallback));
 }
 
 }  // namespace qm

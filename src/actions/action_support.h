@@ -1,8 +1,9 @@
-// What every table action shares: obtaining the task's table and reporting
-// a failure.
+// What every table action shares: obtaining the task's table, reporting a
+// failure, and reading the step's texts the way the executors need them.
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace qm {
@@ -18,5 +19,16 @@ void ReportFailure(const QmTaskBridge& task, uint32_t code, std::u16string_view 
 // The task's table as the step's source settings say (the attached table, a
 // file or typed text); null after reporting codes 1, 2 or 3.
 TSimpleCSVDataClass* ObtainTableOrReport(const QmTaskBridge& task, const TQMParamParser& params);
+
+// The key's text with its {variable} references expanded (the host is asked
+// only when the text holds a "{").
+std::u16string ReadExpanded(const TQMParamParser& params, std::u16string_view key, std::u16string_view fallback = {});
+
+// A number typed by the user, counted from 1, as the table's index counted
+// from 0. Wraps around like the host's 32-bit integers, so no input can
+// overflow; a wrapped index is simply one outside the table's columns.
+constexpr int32_t ToTableIndex(int32_t number) {
+  return static_cast<int32_t>(static_cast<uint32_t>(number) - 1u);
+}
 
 }  // namespace qm

@@ -3,7 +3,16 @@
 #include <array>
 #include <cstddef>
 
+#include "actions/add_column.h"
+#include "actions/data_information.h"
+#include "actions/merge_data.h"
+#include "actions/move_column.h"
 #include "actions/open_data.h"
+#include "actions/read_write_cells.h"
+#include "actions/remove_columns.h"
+#include "actions/remove_duplicates.h"
+#include "actions/save_data.h"
+#include "actions/sort_by_column.h"
 
 namespace qm {
 
@@ -14,18 +23,18 @@ namespace {
 // Remove Duplicates, Save.
 const std::array<ActionRoutines, kActionCount> kRoutines = {{
     {nullptr, &ExecOpenData},  // 0 CSV Open Data
-    {},  // 1 CSV Get Data Information
-    {},  // 2 CSV Add Column
-    {},  // 3 CSV Remove Column
-    {},  // 4 CSV Sort by Column
-    {},  // 5 CSV Move Column
-    {},  // 6 CSV Read Cells
-    {},  // 7 CSV Write Cells
-    {},  // 8 CSV Merge Data
+    {nullptr, &ExecDataInformation},  // 1 CSV Get Data Information
+    {nullptr, &ExecAddColumn},  // 2 CSV Add Column
+    {nullptr, &ExecRemoveColumns},  // 3 CSV Remove Column
+    {nullptr, &ExecSortByColumn},  // 4 CSV Sort by Column
+    {nullptr, &ExecMoveColumn},  // 5 CSV Move Column
+    {nullptr, &ExecReadCells},  // 6 CSV Read Cells
+    {nullptr, &ExecWriteCells},  // 7 CSV Write Cells
+    {nullptr, &ExecMergeData},  // 8 CSV Merge Data
     {},  // 9 CSV Filter Data
     {},  // 10 CSV Data Loop
-    {},  // 11 CSV Remove Duplicates
-    {},  // 12 CSV Save Data
+    {nullptr, &ExecRemoveDuplicates},  // 11 CSV Remove Duplicates
+    {nullptr, &ExecSaveData},  // 12 CSV Save Data
 }};
 
 const ActionRoutines kNone{};

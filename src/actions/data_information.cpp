@@ -1,0 +1,24 @@
+#include "actions/data_information.h"
+
+#include <string>
+
+#include "actions/action_support.h"
+#include "core/convert.h"
+#include "plugin/host_services.h"
+#include "plugin/plugin_params.h"
+#include "table/simple_csv_object.h"
+
+namespace qm {
+
+bool ExecDataInformation(QmTaskBridge& task, TQMPluginParams& params) {
+  TSimpleCSVDataClass* table = ObtainTableOrReport(task, params);
+  if (!table) return false;
+  // A blank name means the count is not wanted.
+  const std::u16string recordCountVar(Trim(ReadExpanded(params, u"recordcountvar")));
+  const std::u16string colCountVar(Trim(ReadExpanded(params, u"colcountvar")));
+  if (!recordCountVar.empty()) SetVariable(recordCountVar, IntToStr(table->RecordCount()));
+  if (!colCountVar.empty()) SetVariable(colCountVar, IntToStr(table->FieldCount()));
+  return true;
+}
+
+}  // namespace qm

@@ -1,0 +1,85 @@
+#include "actions/merge_data.h"
+
+#include "actions/action_support.h"
+#include "core/messages.h"
+#include "plugin/plugin_params.h"
+#include "table/csv_format_settings.h"
+#include "table/csv_source_settings.h"
+#include "table/job_table.h"
+#include "table/simple_csv_object.h"
+
+namespace qm {
+
+namespace {
+
+// Merge's own codes: unlike the obtain-table routine, a file failure is 3 and
+// a text failure 4.
+enum : uint32_t {
+  kNoTable = 1,
+  kNoSource = 2,
+  kFileFailed = 3,
+  kTextFailed = 4,
+  kColumnCountDiffers = 5,
+  kAddRowFailed = 6,
+};
+
+// Gives the table to add `fieldCount` columns by position: empty unnamed
+// columns at the end, or its last columns dropped.
+void AdjustColumns(TSimpleCSVDataClass& table, int32_t fieldCount) {
+  while (table.FieldCount() < fieldCount) {
+    if (!table.InsertColumn(-1, ColumnFill::Empty, u"", u"")) break;
+  }
+  while (table.FieldCount() > fieldCount) {
+    if (!table.RemoveColumn(table.FieldCount() - 1)) break;
+  }
+}
+
+}  // namespace
+
+bool ExecMergeData(QmTaskBridge& task, TQMPluginParams& params) {
+  // Merging adds to an open table; it never creates the task's table.
+  TSimpleCSVDataClass* target = GetJobTable(task);
+  if (!target) {
+    ReportFailure(task, kNoTable, msg::kDataNotDefined);
+    return false;
+  }
+  // The data to add is read into a table of its own that is never attached
+  // to the task and goes away with this call.
+  TSimpleCSVDataClass added;
+  const TCSVSourceSettings source = ReadSourceSettings(params);
+  const TCSVFormatSettings format = ReadFormatSettings(params);
+  if (source.Source == CsvSource::PreviousAction) {
+    ReportFailure(task, kNoSource, msg::kSourceNotDefined);
+    return false;
+  }
+  ApplySourceSettings(added, source, format);
+  if (source.Source == CsvSource::File) {
+    added.SetEncoding(source.Encoding);
+    if (!added.LoadFromCSVFile(source.FileName)) {
+      ReportFailure(task, kFileFailed, added.LastError());
+      return false;
+    }
+  } else if (!added.LoadFromText(source.Text)) {
+    ReportFailure(task, kTextFailed, added.LastError());
+    return false;
+  }
+
+  // Only the numbers of columns are compared; names are never matched.
+  if (target->FieldCount() != added.FieldCount()) {
+    if (!params.GetBoolDef(u"ajustcolumns", false)) {
+      ReportFailure(task, kColumnCountDiffers, msg::kColumnCountDiffers);
+      return false;
+    }
+    AdjustColumns(added, target->FieldCount());
+  }
+  for (int32_t row = 0; row < added.RecordCount(); ++row) {
+    // Records added before a failure stay in the task's table.
+    if (!target->AddRow(added.Storage().GetDataRecord(row))) {
+      ReportFailure(task, kAddRowFailed, target->LastError());
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace qm

@@ -1,0 +1,36 @@
+#include "actions/sort_by_column.h"
+
+#include "actions/action_support.h"
+#include "core/convert.h"
+#include "core/messages.h"
+#include "plugin/plugin_params.h"
+#include "table/simple_csv_object.h"
+
+namespace qm {
+
+namespace {
+
+enum : uint32_t { kSortRefused = 4, kOutOfRange = 5 };
+
+}  // namespace
+
+bool ExecSortByColumn(QmTaskBridge& task, TQMPluginParams& params) {
+  TSimpleCSVDataClass* table = ObtainTableOrReport(task, params);
+  if (!table) return false;
+  // A column that is not a number travels to the host as a conversion error.
+  const int32_t column = StrToInt(ReadExpanded(params, u"sortcolumn"));
+  const bool descending = params.GetBoolDef(u"sortdirection", false);
+  const bool numeric = params.GetBoolDef(u"sortmode", false);
+  const bool caseSensitive = params.GetBoolDef(u"casesensitive", false);
+  if (column < 1 || column > table->FieldCount()) {
+    ReportFailure(task, kOutOfRange, msg::kColumnOutOfRange);
+    return false;
+  }
+  if (!table->SortByField(column - 1, caseSensitive, descending, numeric)) {
+    ReportFailure(task, kSortRefused, table->LastError());
+    return false;
+  }
+  return true;
+}
+
+}  // namespace qm
