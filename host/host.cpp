@@ -59,7 +59,8 @@ LongBool SelectVar(char16_t* buf, int32_t bufSize) {
 void SetUserVar(const char16_t* name, const char16_t* value) {
   Host& host = Host::Instance();
   host.variables[std::u16string(Z(name))] = std::u16string(Z(value));
-  host.Event("  set " + Quote(Z(name)) + " = " + QuoteValue(Z(value)));
+  // Quoting converts the whole value: not worth it for a line nobody sees.
+  if (!host.options.quiet) host.Event("  set " + Quote(Z(name)) + " = " + QuoteValue(Z(value)));
 }
 
 void PluginAbout(void* icon, const char16_t* title, const char16_t* addon, int32_t pluginId) {

@@ -270,7 +270,7 @@ RunResult TaskRunner::Run(uint64_t maxSteps) {
     }
     const TaskStep& step = steps_[static_cast<size_t>(i)];
     const int32_t index = actionIndex_[static_cast<size_t>(i)];
-    host.Event("[" + std::to_string(i) + "] " + step.action);
+    if (!host.options.quiet) host.Event("[" + std::to_string(i) + "] " + step.action);
     nextStep_ = -1;
     std::string failure;
     bool ok = true;

@@ -13,6 +13,8 @@
 #include "actions/remove_duplicates.h"
 #include "actions/save_data.h"
 #include "actions/sort_by_column.h"
+#include "loop/data_loop.h"
+#include "loop/filter_data.h"
 
 namespace qm {
 
@@ -31,8 +33,8 @@ const std::array<ActionRoutines, kActionCount> kRoutines = {{
     {nullptr, &ExecReadCells},  // 6 CSV Read Cells
     {nullptr, &ExecWriteCells},  // 7 CSV Write Cells
     {nullptr, &ExecMergeData},  // 8 CSV Merge Data
-    {},  // 9 CSV Filter Data
-    {},  // 10 CSV Data Loop
+    {nullptr, &ExecFilterData},  // 9 CSV Filter Data
+    {nullptr, &ExecDataLoop},  // 10 CSV Data Loop
     {nullptr, &ExecRemoveDuplicates},  // 11 CSV Remove Duplicates
     {nullptr, &ExecSaveData},  // 12 CSV Save Data
 }};
@@ -45,6 +47,6 @@ const ActionRoutines& RoutinesForIndex(int32_t index) {
   return index >= 0 && index < kActionCount ? kRoutines[static_cast<size_t>(index)] : kNone;
 }
 
-void StopDataLoopForStep(QmTaskBridge&, TQMPluginParams&) {}
+void StopDataLoopForStep(QmTaskBridge& task, TQMPluginParams& params) { StopDataLoop(task, params); }
 
 }  // namespace qm

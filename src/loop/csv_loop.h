@@ -1,0 +1,68 @@
+// The loop over the rows of the task's table that pass a filter list, and the
+// task-private slot in which a begin-loop step keeps it between passes.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "loop/base_loop.h"
+#include "loop/record_filter.h"
+
+namespace qm {
+
+class Record;
+class TSimpleCSVDataClass;
+
+class TCSVLoopClass : public TBaseLoop {
+ public:
+  TCSVLoopClass(const QmTaskBridge& ATaskIntf, int32_t ATaskID, int32_t AStep);
+  ~TCSVLoopClass() override;
+
+  // The task's table; not owned. Until it is set the loop sees no rows.
+  void SetCSVobject(TSimpleCSVDataClass* table) noexcept { FCSVobject = table; }
+  int32_t CurrentRowNum() const noexcept { return FCurrentRow; }
+  // The table's row at the current position; null without a table or when
+  // the position is past the last row.
+  Record* CurrentRow() const;
+  bool OrFilterMode() const noexcept { return FFilters.OrFilterMode(); }
+  void SetOrFilterMode(bool value) noexcept { FFilters.SetOrFilterMode(value); }
+
+  // Adds one stored condition line; a column that is not an integer raises
+  // the conversion error and adds nothing.
+  void AddFilter(std::u16string_view ACondParams);
+  // Whether the current row passes the conditions; the row must exist.
+  bool CheckFilters();
+
+  bool IsInited() const override { return FInited; }
+  bool InitLoop() override;
+  void DoneLoop() override { FInited = false; }
+  bool FirstItem() override;
+  bool NextItem() override;
+
+ private:
+  // Moves on from the current position to the first row that passes. The row
+  // count is asked for at every test, so rows deleted or appended by the
+  // loop's body steps count at once.
+  bool ScanRows();
+  int32_t RowCount() const noexcept;
+
+  TRecordFilterList FFilters;
+  TSimpleCSVDataClass* FCSVobject = nullptr;
+  int32_t FCurrentRow = 0;
+  bool FInited = false;
+};
+
+// The name of the task-private variable that holds the loop of a step:
+// GetPrefix(task, step) + "$CSVLOOP$".
+inline constexpr std::u16string_view kCSVLoopSuffix = u"$CSVLOOP$";
+std::u16string CSVLoopVariable(int32_t taskId, int32_t step);
+
+// The loop saved for a step of the task, or null. The slot holds the loop's
+// identity in decimal; "0", an empty or absent slot, text that is not an
+// unsigned decimal number and a number that is no live loop all mean none.
+TCSVLoopClass* FindSavedCSVLoop(const QmTaskBridge& task, int32_t step);
+// Saves a loop in the step's slot; null clears the slot to "0".
+void SaveCSVLoop(const QmTaskBridge& task, int32_t step, const TCSVLoopClass* loop);
+
+}  // namespace qm

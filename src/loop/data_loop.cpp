@@ -1,0 +1,141 @@
+#include "loop/data_loop.h"
+
+#include <memory>
+#include <string_view>
+
+#include "actions/action_support.h"
+#include "core/convert.h"
+#include "loop/csv_loop.h"
+#include "loop/stored_conditions.h"
+#include "plugin/host_services.h"
+#include "plugin/plugin_params.h"
+#include "table/delimited_text.h"
+#include "table/record.h"
+#include "table/simple_csv_object.h"
+
+namespace qm {
+
+namespace {
+
+constexpr std::u16string_view kRowVarNameKey = u"rowvarname";
+constexpr std::u16string_view kLineVarNameKey = u"linevarname";
+constexpr std::u16string_view kFormatKey = u"Format";
+
+void AppendHex4(char16_t unit, std::u16string& out) {
+  static constexpr char16_t kDigits[] = u"0123456789abcdef";
+  out += u"\\u";
+  for (int shift = 12; shift >= 0; shift -= 4) out += kDigits[(unit >> shift) & 0xF];
+}
+
+bool IsHighSurrogate(char16_t c) { return c >= 0xD800 && c <= 0xDBFF; }
+bool IsLowSurrogate(char16_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
+
+void AppendJsonString(std::u16string_view text, std::u16string& out) {
+  out += u'"';
+  for (size_t i = 0; i < text.size(); ++i) {
+    const char16_t c = text[i];
+    switch (c) {
+      case u'"': out += u"\\\""; continue;
+      case u'\\': out += u"\\\\"; continue;
+      case u'\b': out += u"\\b"; continue;
+      case u'\f': out += u"\\f"; continue;
+      case u'\n': out += u"\\n"; continue;
+      case u'\r': out += u"\\r"; continue;
+      case u'\t': out += u"\\t"; continue;
+      default: break;
+    }
+    if (c < 0x20) {
+      AppendHex4(c, out);
+    } else if (IsHighSurrogate(c) && i + 1 < text.size() && IsLowSurrogate(text[i + 1])) {
+      out += c;
+      out += text[++i];
+    } else if (IsHighSurrogate(c) || IsLowSurrogate(c)) {
+      AppendHex4(c, out);
+    } else {
+      out += c;
+    }
+  }
+  out += u'"';
+}
+
+// The name of an output variable: expanded when it holds a reference, then
+// trimmed; empty means the value is not written.
+std::u16string OutputName(const TQMParamParser& params, std::u16string_view key) {
+  std::u16string name = params.GetString(key);
+  if (Contains(name, u'{')) name = ExpandVariables(name);
+  const std::u16string_view trimmed = Trim(name);
+  if (trimmed.size() != name.size()) name = std::u16string(trimmed);
+  return name;
+}
+
+// The first pass: the loop over the task's table with the step's conditions,
+// saved in the step's slot. Null after reporting when there is no table; a
+// bad condition raises before anything is saved.
+TCSVLoopClass* StartLoop(QmTaskBridge& task, const TQMPluginParams& params) {
+  TSimpleCSVDataClass* table = ObtainTableOrReport(task, params);
+  if (!table) return nullptr;
+  auto loop = std::make_unique<TCSVLoopClass>(task, task.TaskId(), params.StepNum);
+  loop->SetCSVobject(table);
+  loop->SetOrFilterMode(params.GetBool(kConditionModeKey));
+  ForEachStoredCondition(params, [&](std::u16string_view line) { loop->AddFilter(line); });
+  SaveCSVLoop(task, params.StepNum, loop.get());
+  return loop.release();
+}
+
+}  // namespace
+
+void AppendRowAsJson(const Record& row, std::u16string& out) {
+  out += u'[';
+  for (int32_t i = 0; i < row.Count(); ++i) {
+    if (i > 0) out += u',';
+    AppendJsonString(row.Cell(i), out);
+  }
+  out += u']';
+}
+
+bool ExecDataLoop(QmTaskBridge& task, TQMPluginParams& params) {
+  TCSVLoopClass* loop = FindSavedCSVLoop(task, params.StepNum);
+  if (!loop) {
+    loop = StartLoop(task, params);
+    if (!loop) return false;
+  }
+  // Read on every pass, so a body step may redirect them.
+  const std::u16string rowVar = OutputName(params, kRowVarNameKey);
+  const std::u16string lineVar = OutputName(params, kLineVarNameKey);
+  const bool json = params.GetBool(kFormatKey);
+
+  if (loop->GetNextItem()) {
+    if (!rowVar.empty()) SetVariable(rowVar, IntToStr(int64_t{loop->CurrentRowNum()} + 1));
+    if (!lineVar.empty()) {
+      // Comma text or JSON, whatever the table's own delimiter and quote character.
+      const Record& row = *loop->CurrentRow();
+      std::u16string content;
+      // Room for the cells with a quote pair and a separator each, so the
+      // text is not moved while it grows.
+      size_t room = 2;
+      for (int32_t i = 0; i < row.Count(); ++i) room += row.Cell(i).size() + 3;
+      content.reserve(room);
+      if (json) {
+        AppendRowAsJson(row, content);
+      } else {
+        JoinDelimited(row, kCommaText, content);
+      }
+      SetVariable(lineVar, content);
+    }
+    return true;
+  }
+  // The engine has already set the next step past the end-loop step; the
+  // variables keep the last row's values.
+  loop->StopLoop();
+  SaveCSVLoop(task, params.StepNum, nullptr);
+  delete loop;
+  return true;
+}
+
+void StopDataLoop(const QmTaskBridge& task, const TQMPluginParams& params) {
+  TCSVLoopClass* loop = FindSavedCSVLoop(task, params.StepNum);
+  SaveCSVLoop(task, params.StepNum, nullptr);
+  delete loop;
+}
+
+}  // namespace qm

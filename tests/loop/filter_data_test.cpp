@@ -1,0 +1,235 @@
+// CSV Filter Data: the row removal against the plain walk from the last row
+// down (including an error half way), and the action through its entry point.
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <initializer_list>
+#include <optional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "core/errors.h"
+#include "loop/filter_data.h"
+#include "loop/record_filter.h"
+#include "loop_test_host.h"
+#include "table/job_table.h"
+#include "table/record.h"
+#include "table/simple_csv_object.h"
+
+namespace qm {
+namespace {
+
+using test::FakeTask;
+using test::Host;
+
+constexpr int32_t kFilterData = 9;
+
+std::vector<std::u16string> Rows(const TSimpleCSVDataClass& table) {
+  std::vector<std::u16string> rows;
+  for (const Record& record : table.Storage().Records()) {
+    std::u16string line;
+    for (int32_t i = 0; i < record.Count(); ++i) line += (i ? u"|" : u"") + std::u16string(record.Cell(i));
+    rows.push_back(line);
+  }
+  return rows;
+}
+
+// The removal as the action describes it: test each row from the last one
+// down and delete a failing row at once.
+void ReferenceFilter(TSimpleCSVDataClass& table, TRecordFilterList& filters, bool reverse) {
+  for (int32_t row = table.RecordCount(); row-- > 0;) {
+    if ((filters.CheckFilters(*table.GetRow(row)) != reverse) == false) table.RemoveRow(row);
+  }
+}
+
+std::vector<std::u16string_view> SplitCells(std::u16string_view line) {
+  std::vector<std::u16string_view> cells;
+  for (size_t start = 0;;) {
+    const size_t end = line.find(u';', start);
+    cells.push_back(line.substr(start, end == std::u16string_view::npos ? line.npos : end - start));
+    if (end == std::u16string_view::npos) return cells;
+    start = end + 1;
+  }
+}
+
+struct Outcome {
+  std::vector<std::u16string> rows;
+  std::optional<std::u16string> error;
+};
+
+template <typename Filter>
+Outcome RunFilter(const std::vector<std::u16string>& lines, std::initializer_list<std::u16string_view> conditions, bool orMode,
+            bool reverse, Filter filter) {
+  // Records as they are, not padded to a common length as a loaded table's
+  // would be, so that short rows can meet a condition on a missing column.
+  TSimpleCSVDataClass table;
+  for (const auto& line : lines) table.Storage().AppendRecord(Record(SplitCells(line)));
+  TRecordFilterList filters;
+  filters.SetOrFilterMode(orMode);
+  for (auto line : conditions) filters.AddFilter(line);
+  Outcome outcome;
+  try {
+    filter(table, filters, reverse);
+  } catch (const QmError& e) {
+    outcome.error = e.Message();
+  }
+  outcome.rows = Rows(table);
+  return outcome;
+}
+
+TEST(FilterRows, MatchesTheWalkFromTheLastRowDown) {
+  struct Case {
+    const char* what;
+    std::vector<std::u16string> lines;
+    std::initializer_list<std::u16string_view> conditions;
+    bool orMode;
+    std::vector<std::u16string> kept;
+    std::vector<std::u16string> keptReversed;
+    std::optional<std::u16string> error;
+  };
+  const std::vector<std::u16string> fruit = {u"apple", u"banana", u"cherry"};
+  const Case cases[] = {
+      {"substring", fruit, {u"1,an,0,0"}, false, {u"banana"}, {u"apple", u"cherry"}, {}},
+      {"OR", fruit, {u"1,a,0,0", u"1,e,0,0"}, true, fruit, {}, {}},
+      {"AND", fruit, {u"1,a,0,0", u"1,e,0,0"}, false, {u"apple"}, {u"banana", u"cherry"}, {}},
+      {"no conditions", fruit, {}, false, fruit, {}, {}},
+      {"no rows", {}, {u"1,a,0,0"}, false, {}, {}, {}},
+      {"case-insensitive Unicode", {u"ÄPFEL", u"apfel", u"Äpfelchen"}, {u"1,äpf,0,0"}, false, {u"ÄPFEL", u"Äpfelchen"},
+       {u"apfel"}, {}},
+      {"regular expression", {u"a1", u"b22", u"c333"}, {u"1,^[ab]\\d+$,0,1"}, false, {u"a1", u"b22"}, {u"c333"}, {}},
+      // Rows 4 and 3 are decided before row 2, which has no second cell.
+      {"column out of range half way",
+       {u"k;x", u"d;x", u"short", u"d;x", u"k;k"},
+       {u"2,k,0,0"},
+       false,
+       {u"k|x", u"d|x", u"short", u"k|k"},
+       {u"k|x", u"d|x", u"short", u"d|x"},
+       u"List index out of bounds (1)"},
+      {"malformed pattern on the last row", fruit, {u"1,(a,0,1"}, false, fruit, fruit,
+       u"missing closing parenthesis at offset 2"},
+  };
+  for (const Case& c : cases) {
+    for (const bool reverse : {false, true}) {
+      const Outcome mine = RunFilter(c.lines, c.conditions, c.orMode, reverse, FilterRows);
+      const Outcome reference = RunFilter(c.lines, c.conditions, c.orMode, reverse, ReferenceFilter);
+      EXPECT_EQ(mine.rows, reverse ? c.keptReversed : c.kept) << c.what << (reverse ? " reversed" : "");
+      EXPECT_EQ(mine.rows, reference.rows) << c.what << (reverse ? " reversed" : "");
+      EXPECT_EQ(mine.error, c.error) << c.what;
+      EXPECT_EQ(mine.error, reference.error) << c.what;
+    }
+  }
+}
+
+// Random tables of short rows, so that an index error strikes anywhere, with
+// random conditions in both modes.
+TEST(FilterRows, AgreesWithTheWalkOnRandomTables) {
+  std::mt19937 random(20240611);
+  const std::u16string_view letters = u"abcAB";
+  const std::u16string_view conditions[] = {u"1,a,0,0", u"2,b,1,0", u"1,^[ab],0,1", u"3,c,0,0", u"2,,0,0"};
+  for (int round = 0; round < 400; ++round) {
+    std::vector<std::u16string> lines;
+    const int rows = static_cast<int>(random() % 30);
+    for (int r = 0; r < rows; ++r) {
+      std::u16string line;
+      const int cells = 1 + static_cast<int>(random() % (round % 3 == 0 ? 2 : 3));
+      for (int k = 0; k < cells; ++k) {
+        if (k) line += u';';
+        line += letters[random() % letters.size()];
+        line += letters[random() % letters.size()];
+      }
+      lines.push_back(line);
+    }
+    const auto first = conditions[random() % 5];
+    const auto second = conditions[random() % 5];
+    const bool orMode = random() % 2 != 0;
+    const bool reverse = random() % 2 != 0;
+    const Outcome mine = RunFilter(lines, {first, second}, orMode, reverse, FilterRows);
+    const Outcome reference = RunFilter(lines, {first, second}, orMode, reverse, ReferenceFilter);
+    ASSERT_EQ(mine.rows, reference.rows) << "round " << round;
+    ASSERT_EQ(mine.error, reference.error) << "round " << round;
+  }
+}
+
+class FilterDataTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    Host().events.clear();
+    Host().variables.clear();
+  }
+  void TearDown() override {
+    task.JobStop(kFilterData, 1);
+    EXPECT_EQ(task.References(), 0);
+  }
+  // Opens apple, banana and cherry below the header line "fruit" as step 0,
+  // then runs Filter Data with the keys as step 1.
+  void OpenAndFilter(std::u16string_view keys) {
+    const std::u16string open = std::u16string(u"source=2\r\nlinecount=4\r\nline00000000=fruit\r\n") +
+                                u"line00000001=apple\r\nline00000002=banana\r\nline00000003=cherry\r\nheaderline=1\r\n";
+    ASSERT_TRUE(task.Exec(0, 0, open));
+    EXPECT_TRUE(task.Exec(kFilterData, 1, keys));
+  }
+  TSimpleCSVDataClass& Table() {
+    TSimpleCSVDataClass* table = GetJobTable(task.Bridge());
+    EXPECT_NE(table, nullptr);
+    return *table;
+  }
+  FakeTask task{{atSimple, atSimple}};
+};
+
+TEST_F(FilterDataTest, DeletesTheRowsThatFailOrWithReverseModeThoseThatPass) {
+  struct Case {
+    std::u16string keys;
+    std::vector<std::u16string> rows;
+  };
+  const Case cases[] = {
+      {u"conditionscount=1\r\ncondition00000000=1,an,0,0\r\n", {u"banana"}},
+      {u"reversemode=1\r\nconditionscount=1\r\ncondition00000000=1,an,0,0\r\n", {u"apple", u"cherry"}},
+      {u"conditionmode=1\r\nconditionscount=2\r\ncondition00000000=1,a,0,0\r\ncondition00000001=1,e,0,0\r\n",
+       {u"apple", u"banana", u"cherry"}},
+      {u"conditionmode=0\r\nconditionscount=2\r\ncondition00000000=1,a,0,0\r\ncondition00000001=1,e,0,0\r\n",
+       {u"apple"}},
+      {u"conditionscount=0\r\n", {u"apple", u"banana", u"cherry"}},
+      {u"reversemode=1\r\nconditionscount=0\r\n", {}},
+      {u"", {u"apple", u"banana", u"cherry"}},
+      {u"conditionscount=1\r\ncondition00000000={where},{what},0,0\r\n", {u"cherry"}},
+      {u"conditionscount=1\r\ncondition00000000=1,{space},0,0\r\n", {u"banana"}},
+  };
+  Host().variables[u"where"] = u"1";
+  Host().variables[u"what"] = u"err";
+  // Expanded before it is split: "an 1" gives the expression an and a
+  // case-sensitive flag.
+  Host().variables[u"space"] = u"an 1";
+  for (const Case& c : cases) {
+    OpenAndFilter(c.keys);
+    EXPECT_EQ(Rows(Table()), c.rows) << std::string(c.keys.begin(), c.keys.end());
+  }
+  EXPECT_EQ(Host().events, std::vector<std::u16string>{}) << "nothing written, nothing reported";
+}
+
+TEST_F(FilterDataTest, HeaderLineIsNoRow) {
+  OpenAndFilter(u"reversemode=1\r\n");
+  EXPECT_EQ(Table().RecordCount(), 0);
+  EXPECT_EQ(Table().Storage().FieldNames(), std::vector<std::u16string>{u"fruit"});
+}
+
+TEST_F(FilterDataTest, BadConditionTextRemovesNothing) {
+  ASSERT_TRUE(task.Exec(0, 0, u"source=2\r\nlinecount=2\r\nline00000000=a\r\nline00000001=b\r\n"));
+  try {
+    task.Exec(kFilterData, 1, u"conditionscount=2\r\ncondition00000000=1,a,0,0\r\ncondition00000001=1.5,a,0,0\r\n");
+    FAIL() << "no error";
+  } catch (const EConvertError& e) {
+    EXPECT_EQ(e.Message(), u"'1.5' is not a valid integer value");
+  }
+  EXPECT_EQ(Rows(Table()), (std::vector<std::u16string>{u"a", u"b"}));
+}
+
+TEST_F(FilterDataTest, WithoutATableReportsCodeOne) {
+  EXPECT_FALSE(task.Exec(kFilterData, 1, u"source=0\r\nconditionscount=0\r\n"));
+  EXPECT_EQ(Host().events, std::vector<std::u16string>{
+                               u"error 1: CSV data is not defined. First you must read the CSV data from a file or "
+                               u"from text."});
+}
+
+}  // namespace
+}  // namespace qm
