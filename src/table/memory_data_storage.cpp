@@ -145,6 +145,7 @@ void TMemoryStrDataStorage::AddRecord(Record record) {
 void TMemoryStrDataStorage::ClearData() noexcept {
   records_.clear();
   records_.shrink_to_fit();
+  arena_.Clear();  // after the records that used it
   fields_.clear();
 }
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "table/record.h"
+#include "table/record_arena.h"
 
 namespace qm {
 
@@ -30,6 +31,8 @@ class TMemoryStrDataStorage {
   void AddRecord(Record record);
   // Appends a record without padding; the loader pads while it splits.
   void AppendRecord(Record&& record) { records_.push_back(std::move(record)); }
+  // Memory for loaded records, released by ClearData.
+  RecordArena& Arena() noexcept { return arena_; }
   // Frees every record and forgets every field name.
   void ClearData() noexcept;
   void DeleteRecord(int32_t row);
@@ -67,6 +70,7 @@ class TMemoryStrDataStorage {
   void CheckRow(int32_t row) const;
 
   std::vector<std::u16string> fields_;
+  RecordArena arena_;  // declared before the records, which it outlives
   std::vector<Record> records_;
 };
 

@@ -5,15 +5,31 @@
 #include <new>
 
 #include "core/errors.h"
+#include "table/record_arena.h"
 
 namespace qm {
 
 Record::Block* Record::Allocate(uint32_t count, uint32_t textLength) {
-  const size_t bytes = sizeof(uint32_t) * (1 + size_t{count}) + sizeof(char16_t) * size_t{textLength};
-  auto* block = static_cast<Block*>(std::malloc(bytes));
+  auto* block = static_cast<Block*>(std::malloc(BlockBytes(count, textLength)));
   if (!block) throw std::bad_alloc();
-  block->count = count;
+  block->header = count;
   return block;
+}
+
+void Record::Release(Block* block) noexcept {
+  if (block && (block->header & kInArena) == 0) std::free(block);
+}
+
+Record Record::InArena(RecordArena& arena, std::u16string_view text, std::span<const uint32_t> ends) {
+  Record record;
+  if (ends.empty()) return record;
+  const auto count = static_cast<uint32_t>(ends.size());
+  auto* block = static_cast<Block*>(arena.Allocate(BlockBytes(count, static_cast<uint32_t>(text.size()))));
+  block->header = count | kInArena;
+  std::memcpy(block->ends, ends.data(), ends.size() * sizeof(uint32_t));
+  if (!text.empty()) std::memcpy(block->ends + count, text.data(), text.size() * sizeof(char16_t));
+  record.block_ = block;
+  return record;
 }
 
 Record::Record(std::span<const std::u16string_view> cells) {
@@ -39,8 +55,9 @@ Record::Record(std::u16string_view text, std::span<const uint32_t> ends) {
 
 Record::Record(const Record& other) {
   if (!other.block_) return;
-  block_ = Allocate(other.block_->count, other.TextLength());
-  std::memcpy(block_->ends, other.block_->ends, sizeof(uint32_t) * other.block_->count);
+  const auto count = static_cast<uint32_t>(other.Count());
+  block_ = Allocate(count, other.TextLength());
+  std::memcpy(block_->ends, other.block_->ends, sizeof(uint32_t) * count);
   std::memcpy(const_cast<char16_t*>(Text()), other.Text(), sizeof(char16_t) * other.TextLength());
 }
 
@@ -51,14 +68,14 @@ Record& Record::operator=(const Record& other) {
 
 Record& Record::operator=(Record&& other) noexcept {
   if (this != &other) {
-    std::free(block_);
+    Release(block_);
     block_ = other.block_;
     other.block_ = nullptr;
   }
   return *this;
 }
 
-Record::~Record() { std::free(block_); }
+Record::~Record() { Release(block_); }
 
 std::u16string_view Record::At(int32_t index) const {
   if (index < 0 || index >= Count()) RaiseListIndexError(index);
@@ -95,11 +112,11 @@ void Record::PadTo(int32_t count) {
   Block* grown = Allocate(static_cast<uint32_t>(count), TextLength());
   const uint32_t length = TextLength();
   if (block_) {
-    std::memcpy(grown->ends, block_->ends, sizeof(uint32_t) * block_->count);
+    std::memcpy(grown->ends, block_->ends, sizeof(uint32_t) * static_cast<size_t>(have));
     std::memcpy(reinterpret_cast<char16_t*>(grown->ends + count), Text(), sizeof(char16_t) * length);
   }
   for (int32_t k = have; k < count; ++k) grown->ends[k] = length;
-  std::free(block_);
+  Release(block_);
   block_ = grown;
 }
 
@@ -112,7 +129,7 @@ void Record::Splice(int32_t index, int32_t remove, std::u16string_view text, boo
   const uint32_t added = insert ? static_cast<uint32_t>(text.size()) : 0;
   const uint32_t newLength = oldLength - (cutEnd - cutBegin) + added;
   if (newCount == 0) {
-    std::free(block_);
+    Release(block_);
     block_ = nullptr;
     return;
   }
@@ -130,7 +147,7 @@ void Record::Splice(int32_t index, int32_t remove, std::u16string_view text, boo
   for (int32_t j = index + remove; j < oldCount; ++j, ++k) {
     next->ends[k] = block_->ends[j] - (cutEnd - cutBegin) + added;
   }
-  std::free(block_);
+  Release(block_);
   block_ = next;
 }
 

@@ -9,6 +9,8 @@
 
 namespace qm {
 
+class RecordArena;
+
 class Record {
  public:
   Record() noexcept = default;
@@ -17,13 +19,17 @@ class Record {
   // A record from cell texts laid end to end in `text`: cell k spans
   // [ends[k-1], ends[k]) with ends[-1] taken as 0.
   Record(std::u16string_view text, std::span<const uint32_t> ends);
+  // The same, with the block taken from `arena`: it is released with the
+  // arena, never on its own (a change to the record moves it to the heap).
+  static Record InArena(RecordArena& arena, std::u16string_view text, std::span<const uint32_t> ends);
+  // A copy always lives on the heap.
   Record(const Record& other);
   Record(Record&& other) noexcept : block_(other.block_) { other.block_ = nullptr; }
   Record& operator=(const Record& other);
   Record& operator=(Record&& other) noexcept;
   ~Record();
 
-  int32_t Count() const noexcept { return block_ ? static_cast<int32_t>(block_->count) : 0; }
+  int32_t Count() const noexcept { return block_ ? static_cast<int32_t>(block_->header & kCountMask) : 0; }
 
   // Unchecked access, for loops that stay within Count().
   std::u16string_view Cell(int32_t index) const noexcept {
@@ -46,12 +52,18 @@ class Record {
 
  private:
   struct Block {
-    uint32_t count;
-    uint32_t ends[1];  // `count` entries, then the text (char16_t)
+    uint32_t header;   // the cell count, and kInArena for a block of an arena
+    uint32_t ends[1];  // one per cell, then the text (char16_t)
   };
-  const char16_t* Text() const noexcept { return reinterpret_cast<const char16_t*>(block_->ends + block_->count); }
-  uint32_t TextLength() const noexcept { return block_ && block_->count ? block_->ends[block_->count - 1] : 0; }
+  static constexpr uint32_t kInArena = 0x80000000u;
+  static constexpr uint32_t kCountMask = ~kInArena;
+  static size_t BlockBytes(uint32_t count, uint32_t textLength) {
+    return sizeof(uint32_t) * (1 + size_t{count}) + sizeof(char16_t) * size_t{textLength};
+  }
+  const char16_t* Text() const noexcept { return reinterpret_cast<const char16_t*>(block_->ends + Count()); }
+  uint32_t TextLength() const noexcept { return Count() ? block_->ends[Count() - 1] : 0; }
   static Block* Allocate(uint32_t count, uint32_t textLength);
+  static void Release(Block* block) noexcept;
   // Rebuilds the block with cell `index` replaced by `text` (`remove` cells
   // taken out there first, `insert` of them put in).
   void Splice(int32_t index, int32_t remove, std::u16string_view text, bool insert);

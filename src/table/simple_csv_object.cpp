@@ -95,12 +95,12 @@ class LineSplitter {
     uint32_t* ends = ends_.Reserve(std::max(line.size() + 1, minimumCells));
     return SplitLineInto(line, format_, text, ends);
   }
-  // A record of the last split, padded with empty cells to `fieldCount`.
-  Record MakeRecord(size_t count, size_t fieldCount) {
+  // A record of the last split in `arena`, padded with empty cells to `fieldCount`.
+  Record MakeRecord(size_t count, size_t fieldCount, RecordArena& arena) {
     uint32_t* ends = ends_.data();
     const uint32_t length = count ? ends[count - 1] : 0;
     for (; count < fieldCount; ++count) ends[count] = length;
-    return Record(std::u16string_view(text_.data(), length), std::span<const uint32_t>(ends, count));
+    return Record::InArena(arena, std::u16string_view(text_.data(), length), std::span<const uint32_t>(ends, count));
   }
   // Room for a split done elsewhere.
   char16_t* TextRoom(size_t units) { return text_.Reserve(units); }
@@ -423,11 +423,11 @@ void TSimpleCSVDataClass::ReadLines(CsvLineSource& source) {
   const size_t hint = source.LineCountHint();
   storage_.SetCapacity(static_cast<int32_t>(std::min<size_t>(hint, 0x7FFFFFFF)));
   // Without a header the first data line is also the first record.
-  if (!headerLine_) storage_.AppendRecord(splitter.MakeRecord(fieldCount, fieldCount));
+  if (!headerLine_) storage_.AppendRecord(splitter.MakeRecord(fieldCount, fieldCount, storage_.Arena()));
   bool skipped = false;
   size_t count = 0;
   while (source.NextData(rules, splitter, fieldCount, skipped, count)) {
-    if (!skipped) storage_.AppendRecord(splitter.MakeRecord(count, fieldCount));
+    if (!skipped) storage_.AppendRecord(splitter.MakeRecord(count, fieldCount, storage_.Arena()));
   }
 }
 
