@@ -1,0 +1,89 @@
+#include "table/record.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "core/errors.h"
+#include "table/record_arena.h"
+
+namespace qm {
+namespace {
+
+std::vector<std::u16string> Cells(const Record& r) {
+  std::vector<std::u16string> out;
+  for (int32_t k = 0; k < r.Count(); ++k) out.emplace_back(r.Cell(k));
+  return out;
+}
+
+using V = std::vector<std::u16string>;
+
+TEST(Record, CellOperationsKeepTheOtherCellsAndRefuseBadIndexes) {
+  const std::u16string_view init[] = {u"a", u"", u"ccc"};
+  Record r(init);
+  r.Set(1, u"bb");
+  r.Insert(0, u"z");
+  r.Append(u"end");
+  EXPECT_EQ(Cells(r), (V{u"z", u"a", u"bb", u"ccc", u"end"}));
+  r.Move(0, 4);
+  EXPECT_EQ(Cells(r), (V{u"a", u"bb", u"ccc", u"end", u"z"}));
+  r.Move(4, 0);
+  r.Delete(2);
+  EXPECT_EQ(Cells(r), (V{u"z", u"a", u"ccc", u"end"}));
+  r.PadTo(6);
+  EXPECT_EQ(Cells(r), (V{u"z", u"a", u"ccc", u"end", u"", u""}));
+  EXPECT_THROW(r.At(6), EListError);
+  EXPECT_THROW(r.Set(-1, u"x"), EListError);
+  EXPECT_THROW(r.Insert(7, u"x"), EListError);
+  EXPECT_THROW(r.Move(0, 6), EListError);
+  EXPECT_EQ(r.Count(), 6);  // nothing changed by a refused call
+  try {
+    r.At(9);
+  } catch (const EListError& e) {
+    EXPECT_EQ(e.Message(), u"List index out of bounds (9)");
+  }
+  for (int i = 0; i < 6; ++i) r.Delete(0);
+  EXPECT_EQ(r.Count(), 0);
+}
+
+TEST(Record, ArenaRecordsMoveToTheHeapWhenChangedOrCopied) {
+  std::vector<Record> kept;
+  {
+    RecordArena arena;
+    const uint32_t ends[] = {1, 3, 3};
+    Record a = Record::InArena(arena, u"abc", ends);
+    Record b = Record::InArena(arena, u"abc", ends);
+    Record c = Record::InArena(arena, u"abc", ends);
+    EXPECT_EQ(Cells(a), (V{u"a", u"bc", u""}));
+    kept.push_back(a);  // a copy owns its own block
+    b.Set(2, u"changed");
+    kept.push_back(std::move(b));  // changed: already on the heap
+    c.PadTo(4);
+    kept.push_back(std::move(c));
+    Record d = Record::InArena(arena, u"", std::span<const uint32_t>());
+    EXPECT_EQ(d.Count(), 0);
+    a = Record::InArena(arena, u"xy", ends);  // assigning over an arena block frees nothing
+  }  // the records in the arena go first, then the arena
+  // Used after the arena is gone: only valid if they left it.
+  EXPECT_EQ(Cells(kept[0]), (V{u"a", u"bc", u""}));
+  EXPECT_EQ(Cells(kept[1]), (V{u"a", u"bc", u"changed"}));
+  EXPECT_EQ(Cells(kept[2]), (V{u"a", u"bc", u"", u""}));
+}
+
+TEST(Record, ArenaServesLargeAndManyBlocks) {
+  RecordArena arena;
+  std::vector<Record> records;
+  const std::u16string big(3 << 20, u'x');  // larger than a quarter chunk: a block of its own
+  const uint32_t bigEnd[] = {static_cast<uint32_t>(big.size())};
+  records.push_back(Record::InArena(arena, big, bigEnd));
+  const uint32_t smallEnds[] = {2, 4};
+  for (int i = 0; i < 100000; ++i) records.push_back(Record::InArena(arena, u"abcd", smallEnds));
+  EXPECT_EQ(records.front().Cell(0).size(), big.size());
+  EXPECT_EQ(records.back().Cell(1), u"cd");
+  EXPECT_EQ(records[500].Cell(0), u"ab");
+  records.clear();
+}
+
+}  // namespace
+}  // namespace qm
