@@ -32,6 +32,9 @@ class FileReader {
 };
 
 // Creates a file, replacing an existing one, and writes it a piece at a time.
+// The data goes to a partial file beside it first, which replaces the file
+// only when Close() succeeds: a write that fails half way, or a writer that
+// is destroyed without Close(), leaves the earlier file as it was.
 class FileWriter {
  public:
   explicit FileWriter(std::u16string_view path);  // raises EFileError
@@ -40,8 +43,11 @@ class FileWriter {
   ~FileWriter();
 
   void Write(const void* data, size_t count);
-  // Flushes and closes; raises when the data could not be stored.
+  // Stores the data and puts the file in place; raises when it cannot.
   void Close();
+
+  // The name of the partial file written for `path`.
+  static std::u16string PartialName(std::u16string_view path) { return std::u16string(path) + u".qmcsv-part"; }
 
  private:
   std::u16string path_;

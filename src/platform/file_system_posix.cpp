@@ -94,13 +94,15 @@ size_t FileReader::Read(void* buffer, size_t count) {
 
 FileWriter::FileWriter(std::u16string_view path) : path_(path) {
   const std::string native = NativePath(path);
-  const int fd = ::open(native.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  const int fd = ::open(NativePath(PartialName(path)).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
   if (fd < 0) Raise(msg::kCannotCreateFile, path, errno, native);
   handle_ = fd;
 }
 
 FileWriter::~FileWriter() {
-  if (handle_ >= 0) ::close(static_cast<int>(handle_));
+  if (handle_ < 0) return;
+  ::close(static_cast<int>(handle_));
+  ::unlink(NativePath(PartialName(path_)).c_str());  // abandoned: the earlier file stays
 }
 
 void FileWriter::Write(const void* data, size_t count) {
@@ -120,7 +122,13 @@ void FileWriter::Close() {
   if (handle_ < 0) return;
   const int fd = static_cast<int>(handle_);
   handle_ = -1;
-  if (::close(fd) != 0) Raise(msg::kCannotCreateFile, path_, errno, NativePath(path_));
+  const std::string native = NativePath(path_);
+  const std::string partial = NativePath(PartialName(path_));
+  if (::close(fd) != 0 || ::rename(partial.c_str(), native.c_str()) != 0) {
+    const int error = errno;
+    ::unlink(partial.c_str());
+    Raise(msg::kCannotCreateFile, path_, error, native);
+  }
 }
 
 bool DirectoryExists(std::u16string_view path) {

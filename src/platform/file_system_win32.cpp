@@ -81,14 +81,16 @@ size_t FileReader::Read(void* buffer, size_t count) {
 }
 
 FileWriter::FileWriter(std::u16string_view path) : path_(path) {
-  HANDLE h = CreateFileW(NativePath(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+  HANDLE h = CreateFileW(NativePath(PartialName(path)).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                          FILE_ATTRIBUTE_NORMAL, nullptr);
   if (h == INVALID_HANDLE_VALUE) Raise(msg::kCannotCreateFile, path, GetLastError());
   handle_ = reinterpret_cast<intptr_t>(h);
 }
 
 FileWriter::~FileWriter() {
-  if (handle_ != -1) CloseHandle(AsHandle(handle_));
+  if (handle_ == -1) return;
+  CloseHandle(AsHandle(handle_));
+  DeleteFileW(NativePath(PartialName(path_)).c_str());  // abandoned: the earlier file stays
 }
 
 void FileWriter::Write(const void* data, size_t count) {
@@ -106,7 +108,13 @@ void FileWriter::Close() {
   if (handle_ == -1) return;
   HANDLE h = AsHandle(handle_);
   handle_ = -1;
-  if (!CloseHandle(h)) Raise(msg::kCannotCreateFile, path_, GetLastError());
+  const std::wstring partial = NativePath(PartialName(path_));
+  if (!CloseHandle(h) ||
+      !MoveFileExW(partial.c_str(), NativePath(path_).c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+    const DWORD error = GetLastError();
+    DeleteFileW(partial.c_str());
+    Raise(msg::kCannotCreateFile, path_, error);
+  }
 }
 
 bool DirectoryExists(std::u16string_view path) {

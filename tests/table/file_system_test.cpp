@@ -88,6 +88,24 @@ TEST(FileSystem, ReadsAndWritesBytes) {
   EXPECT_EQ(reader.Read(buffer, 8), 0u);
 }
 
+TEST(FileSystem, AFileIsReplacedOnlyByACompleteWrite) {
+  TempFolder folder;
+  const auto path = folder / "orders.csv";
+  WriteFileBytes(Wide(path), "old content");
+  {
+    FileWriter abandoned(Wide(path));  // as when rendering fails half way
+    abandoned.Write("new", 3);
+  }
+  EXPECT_EQ(ReadFileBytes(Wide(path)), "old content");
+  FileWriter writer(Wide(path));
+  writer.Write("new", 3);
+  EXPECT_EQ(ReadFileBytes(Wide(path)), "old content");  // not yet in place
+  writer.Close();
+  EXPECT_EQ(ReadFileBytes(Wide(path)), "new");
+  EXPECT_FALSE(std::filesystem::exists(folder / "orders.csv.qmcsv-part"));
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
+}
+
 std::u16string FileErrorText(const std::function<void()>& action) {
   try {
     action();
