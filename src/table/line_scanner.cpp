@@ -258,18 +258,24 @@ bool CanJoinUtf8(const TextFormat& f) {
 namespace {
 
 // ASCII eight units at a time; the first other unit sends the rest of the
-// cell through the full encoder.
-inline char* EncodeCellUtf8(const char16_t* in, size_t n, char* out) {
+// cell through the full encoder. The last piece of a cell may read past the
+// cell, never past `limit` (the end of the text the cell lies in), and store
+// up to seven bytes past what it writes, which whatever follows overwrites:
+// callers leave that room.
+inline char* EncodeCellUtf8(const char16_t* in, size_t n, char* out, const char16_t* limit) {
   size_t k = 0;
 #if defined(__SSE2__)
   const __m128i high = _mm_set1_epi16(static_cast<short>(0xFF80));
   const __m128i zero = _mm_setzero_si128();
-  while (n - k >= 8) {
+  while (k < n && limit - (in + k) >= 8) {
     const __m128i v = simd::Load(in + k);
-    if (_mm_movemask_epi8(_mm_cmpeq_epi16(_mm_and_si128(v, high), zero)) != 0xFFFF) break;
+    const auto ascii = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi16(_mm_and_si128(v, high), zero)));
+    const size_t take = n - k < 8 ? n - k : 8;
+    const unsigned needed = take == 8 ? 0xFFFFu : (1u << (2 * take)) - 1;
+    if ((ascii & needed) != needed) break;
     _mm_storel_epi64(reinterpret_cast<__m128i*>(out), _mm_packus_epi16(v, v));
-    out += 8;
-    k += 8;
+    out += take;
+    k += take;
   }
 #endif
   for (; k < n && in[k] < 0x80; ++k) *out++ = static_cast<char>(in[k]);
@@ -284,17 +290,18 @@ char* WriteJoinedRecordUtf8(const Record& record, const TextFormat& f, char* out
   if (count == 1 && record.Cell(0).empty()) {
     if (f.quote != 0) {
       const char16_t quotes[2] = {f.quote, f.quote};
-      out = EncodeCellUtf8(quotes, 2, out);
+      out = EncodeCellUtf8(quotes, 2, out, quotes + 2);
     }
     return out;
   }
   if (count == 0) return out;
   char delimiter[4];
-  const size_t delimiterBytes = static_cast<size_t>(EncodeCellUtf8(&f.delimiter, 1, delimiter) - delimiter);
+  const size_t delimiterBytes = static_cast<size_t>(EncodeCellUtf8(&f.delimiter, 1, delimiter, &f.delimiter + 1) - delimiter);
   const std::u16string_view last = record.Cell(count - 1);
   const std::u16string_view all(record.Cell(0).data(),
                                 static_cast<size_t>(last.data() + last.size() - record.Cell(0).data()));
   const bool plain = f.quote == 0 || FindQuoteTrigger(all, f) == all.data() + all.size();
+  const char16_t* limit = all.data() + all.size();
   for (int32_t k = 0; k < count; ++k) {
     if (k) {
       if (delimiterBytes == 1) {
@@ -306,7 +313,7 @@ char* WriteJoinedRecordUtf8(const Record& record, const TextFormat& f, char* out
     }
     const std::u16string_view cell = record.Cell(k);
     if (plain || !NeedsQuotes(cell, f)) {
-      out = EncodeCellUtf8(cell.data(), cell.size(), out);
+      out = EncodeCellUtf8(cell.data(), cell.size(), out, limit);
       continue;
     }
     scratch.assign(1, f.quote);
@@ -315,7 +322,7 @@ char* WriteJoinedRecordUtf8(const Record& record, const TextFormat& f, char* out
       scratch.push_back(c);
     }
     scratch.push_back(f.quote);
-    out = EncodeCellUtf8(scratch.data(), scratch.size(), out);
+    out = EncodeCellUtf8(scratch.data(), scratch.size(), out, scratch.data() + scratch.size());
   }
   return out;
 }
