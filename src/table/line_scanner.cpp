@@ -121,6 +121,21 @@ namespace {
 
 inline bool IsByteLineEnd(uint8_t c) { return c == '\n' || c == '\r' || c == 0; }
 
+// The common two- and three-byte forms inline; everything else, malformed
+// bytes included, through the full decoder.
+inline size_t DecodeUtf8At(const uint8_t* s, const uint8_t* end, char16_t*& o) {
+  if (s[0] >= 0xC2 && s[0] <= 0xDF && end - s >= 2 && (s[1] & 0xC0) == 0x80) {
+    *o++ = static_cast<char16_t>(((s[0] & 0x1Fu) << 6) | (s[1] & 0x3Fu));
+    return 2;
+  }
+  if ((s[0] & 0xF0) == 0xE0 && s[0] != 0xE0 && s[0] != 0xED && end - s >= 3 && (s[1] & 0xC0) == 0x80 &&
+      (s[2] & 0xC0) == 0x80) {
+    *o++ = static_cast<char16_t>(((s[0] & 0x0Fu) << 12) | ((s[1] & 0x3Fu) << 6) | (s[2] & 0x3Fu));
+    return 3;
+  }
+  return DecodeUtf8Sequence(reinterpret_cast<const char*>(s), static_cast<size_t>(end - s), o);
+}
+
 // Copies ASCII bytes widened to `o` until a byte that is `stop`, a line
 // break, 0 or above 0x7F. Sixteen bytes are stored at a time whatever their
 // use; output never runs ahead of input by more than the room allows.
@@ -175,13 +190,13 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
           ++s;  // the closing quote
           break;
         }
-        s += DecodeUtf8Sequence(reinterpret_cast<const char*>(s), static_cast<size_t>(end - s), o);
+        s += DecodeUtf8At(s, end, o);
       }
     } else {
       for (;;) {
         CopyAsciiUntil(s, end, o, delimiter);
         if (s >= end || *s < 0x80) break;  // the delimiter, a line break or the end
-        s += DecodeUtf8Sequence(reinterpret_cast<const char*>(s), static_cast<size_t>(end - s), o);
+        s += DecodeUtf8At(s, end, o);
       }
     }
     *e++ = static_cast<uint32_t>(o - text);
@@ -257,29 +272,53 @@ bool CanJoinUtf8(const TextFormat& f) {
 
 namespace {
 
-// ASCII eight units at a time; the first other unit sends the rest of the
-// cell through the full encoder. The last piece of a cell may read past the
-// cell, never past `limit` (the end of the text the cell lies in), and store
-// up to seven bytes past what it writes, which whatever follows overwrites:
-// callers leave that room.
+// ASCII eight units at a time, other characters of the Basic Multilingual
+// Plane inline, surrogates through the full encoder. An eight-unit piece may
+// read past the cell, never past `limit` (the end of the text the cell lies
+// in), and store up to seven bytes past what it writes, which whatever
+// follows overwrites: callers leave that room.
+// One unit that is not a surrogate.
+inline char* EncodeUnitUtf8(char16_t c, char* out) {
+  if (c < 0x80) {
+    *out++ = static_cast<char>(c);
+  } else if (c < 0x800) {
+    *out++ = static_cast<char>(0xC0 | (c >> 6));
+    *out++ = static_cast<char>(0x80 | (c & 0x3F));
+  } else {
+    *out++ = static_cast<char>(0xE0 | (c >> 12));
+    *out++ = static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+    *out++ = static_cast<char>(0x80 | (c & 0x3F));
+  }
+  return out;
+}
+
 inline char* EncodeCellUtf8(const char16_t* in, size_t n, char* out, const char16_t* limit) {
   size_t k = 0;
 #if defined(__SSE2__)
   const __m128i high = _mm_set1_epi16(static_cast<short>(0xFF80));
   const __m128i zero = _mm_setzero_si128();
-  while (k < n && limit - (in + k) >= 8) {
-    const __m128i v = simd::Load(in + k);
-    const auto ascii = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi16(_mm_and_si128(v, high), zero)));
-    const size_t take = n - k < 8 ? n - k : 8;
-    const unsigned needed = take == 8 ? 0xFFFFu : (1u << (2 * take)) - 1;
-    if ((ascii & needed) != needed) break;
-    _mm_storel_epi64(reinterpret_cast<__m128i*>(out), _mm_packus_epi16(v, v));
-    out += take;
-    k += take;
-  }
 #endif
-  for (; k < n && in[k] < 0x80; ++k) *out++ = static_cast<char>(in[k]);
-  if (k < n) out += EncodeInto(TextEncoding::UTF8, in + k, n - k, out);
+  while (k < n) {
+#if defined(__SSE2__)
+    if (limit - (in + k) >= 8) {
+      const __m128i v = simd::Load(in + k);
+      const auto ascii = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi16(_mm_and_si128(v, high), zero)));
+      const size_t take = n - k < 8 ? n - k : 8;
+      const unsigned needed = take == 8 ? 0xFFFFu : (1u << (2 * take)) - 1;
+      _mm_storel_epi64(reinterpret_cast<__m128i*>(out), _mm_packus_epi16(v, v));
+      if ((ascii & needed) == needed) {
+        out += take;
+        k += take;
+        continue;
+      }
+      const auto run = static_cast<size_t>(__builtin_ctz(~ascii & needed)) / 2;  // ASCII units before the other one
+      out += run;
+      k += run;
+    }
+#endif
+    if (in[k] >= 0xD800 && in[k] <= 0xDFFF) return out + EncodeInto(TextEncoding::UTF8, in + k, n - k, out);
+    out = EncodeUnitUtf8(in[k++], out);
+  }
   return out;
 }
 
@@ -289,14 +328,14 @@ char* WriteJoinedRecordUtf8(const Record& record, const TextFormat& f, char* out
   const int32_t count = record.Count();
   if (count == 1 && record.Cell(0).empty()) {
     if (f.quote != 0) {
-      const char16_t quotes[2] = {f.quote, f.quote};
-      out = EncodeCellUtf8(quotes, 2, out, quotes + 2);
+      out = EncodeUnitUtf8(f.quote, out);  // CanJoinUtf8: never a surrogate
+      out = EncodeUnitUtf8(f.quote, out);
     }
     return out;
   }
   if (count == 0) return out;
   char delimiter[4];
-  const size_t delimiterBytes = static_cast<size_t>(EncodeCellUtf8(&f.delimiter, 1, delimiter, &f.delimiter + 1) - delimiter);
+  const size_t delimiterBytes = static_cast<size_t>(EncodeUnitUtf8(f.delimiter, delimiter) - delimiter);
   const std::u16string_view last = record.Cell(count - 1);
   const std::u16string_view all(record.Cell(0).data(),
                                 static_cast<size_t>(last.data() + last.size() - record.Cell(0).data()));
