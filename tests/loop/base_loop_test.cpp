@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "loop/base_loop.h"
-#include "loop_test_host.h"
+#include "test_host.h"
 
 namespace qm {
 namespace {

@@ -9,7 +9,7 @@
 #include "core/convert.h"
 #include "core/errors.h"
 #include "loop/csv_loop.h"
-#include "loop_test_host.h"
+#include "test_host.h"
 #include "table/simple_csv_object.h"
 
 namespace qm {

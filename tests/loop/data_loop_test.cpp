@@ -9,7 +9,7 @@
 
 #include "core/errors.h"
 #include "loop/data_loop.h"
-#include "loop_test_host.h"
+#include "test_host.h"
 #include "table/record.h"
 
 namespace qm {
@@ -142,7 +142,7 @@ TEST_F(DataLoopTest, NoTableOnTheFirstPassReportsAndSavesNothing) {
   EXPECT_EQ(TakeEvents(),
             (Events{u"error 1: CSV data is not defined. First you must read the CSV data from a file or from text."}));
   EXPECT_EQ(task.log,
-            (Events{u"CSV data is not defined. First you must read the CSV data from a file or from text."}));
+            (Events{u"2 CSV data is not defined. First you must read the CSV data from a file or from text."}));
   EXPECT_EQ(task.privateVariables.count(Slot(1)), 0u);
   EXPECT_EQ(task.References(), 0);
 }

@@ -12,7 +12,7 @@
 #include "core/errors.h"
 #include "loop/filter_data.h"
 #include "loop/record_filter.h"
-#include "loop_test_host.h"
+#include "test_host.h"
 #include "table/job_table.h"
 #include "table/record.h"
 #include "table/simple_csv_object.h"

@@ -1,4 +1,4 @@
-#include "loop_test_host.h"
+#include "test_host.h"
 
 #include <array>
 #include <cstdio>
@@ -8,6 +8,7 @@
 
 #include "core/convert.h"
 #include "plugin/csv_data_module.h"
+#include "table/job_table.h"
 
 namespace qm::test {
 
@@ -142,7 +143,9 @@ struct FakeTaskMethods {
   static void SetPrivateVariable(void* self, const char16_t* name, const char16_t* value) {
     Of(self).privateVariables[std::u16string(Z(name))] = Z(value);
   }
-  static void Log(void* self, uint8_t, const char16_t* text) { Of(self).log.emplace_back(Z(text)); }
+  static void Log(void* self, uint8_t level, const char16_t* text) {
+    Of(self).log.push_back(IntToStr(level) + u" " + std::u16string(Z(text)));
+  }
 
   static uint32_t ItemAddRef(void* self) { return static_cast<uint32_t>(++static_cast<Item*>(self)->references); }
   static uint32_t ItemRelease(void* self) {
@@ -212,7 +215,8 @@ FakeTask::FakeTask(std::vector<int32_t> types, int32_t id)
   Initialised();
 }
 
-FakeTask::~FakeTask() = default;
+// A table the test attached goes with the task, as at a job stop.
+FakeTask::~FakeTask() { FreeJobTable(Bridge()); }
 
 QmTaskBridge FakeTask::Bridge() { return QmTaskBridge::Cast(Interface()); }
 

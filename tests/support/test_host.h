@@ -1,4 +1,4 @@
-// A small in-process host for the loop and filter tests: the host callbacks
+// A small in-process host for the executor, loop and filter tests: the host callbacks
 // (allocator with size checks, {name} expansion, variables, errors) behind the
 // plug-in's own catalogue, and a task interface with steps, private
 // variables, SetNextStep and a reference count, so that tests can run the
@@ -57,6 +57,7 @@ class FakeTask {
   int32_t setNextStepCalls = 0;
   int32_t passportReads = 0;
   int64_t itemsOutstanding = 0;
+  // The task's log, one "<level> <text>" line each.
   std::vector<std::u16string> log;
 
  private:
