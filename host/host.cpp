@@ -9,13 +9,6 @@ namespace qmhost {
 
 namespace {
 
-std::u16string_view Z(const char16_t* text) {
-  if (!text) return {};
-  size_t n = 0;
-  while (text[n]) ++n;
-  return {text, n};
-}
-
 char16_t Fold(char16_t c) { return c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - 32) : c; }
 
 void InfoOut(int32_t infoType, const char16_t* text) {

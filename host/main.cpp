@@ -39,13 +39,6 @@ const char kUsage[] =
 
 std::string Narrow(std::u16string_view text) { return qm::Utf16ToUtf8(text); }
 
-std::u16string_view Z(const char16_t* text) {
-  if (!text) return {};
-  size_t n = 0;
-  while (text[n]) ++n;
-  return {text, n};
-}
-
 // The image through the host's size protocol: ask with no room, then with
 // the size the plug-in asked for.
 std::string ImageText(TGetActionTriggerLogo actionImage, TGetPluginLogo pluginImage, int32_t index) {

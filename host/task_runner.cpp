@@ -23,13 +23,6 @@ constexpr int32_t kNoInterface = static_cast<int32_t>(0x80004002u);
 
 bool SameGuid(const QmGuid* a, const QmGuid& b) { return std::memcmp(a, &b, sizeof b) == 0; }
 
-std::u16string_view Z(const char16_t* text) {
-  if (!text) return {};
-  size_t n = 0;
-  while (text[n]) ++n;
-  return {text, n};
-}
-
 // A COM-style object: its first word is the method table.
 struct ComObject {
   void* const* table;

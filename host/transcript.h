@@ -17,6 +17,14 @@ std::string QuoteValue(std::u16string_view text);
 std::string QuoteBytes(std::string_view bytes);
 
 void Print(const std::string& line);
+
+// A zero-terminated text from the plug-in as a view (null: empty).
+inline std::u16string_view Z(const char16_t* text) {
+  if (!text) return {};
+  size_t n = 0;
+  while (text[n]) ++n;
+  return {text, n};
+}
 const char* LevelName(int infoType);
 
 }  // namespace qmhost
