@@ -12,12 +12,13 @@ namespace qm {
 Record::Block* Record::Allocate(uint32_t count, uint32_t textLength) {
   auto* block = static_cast<Block*>(std::malloc(BlockBytes(count, textLength)));
   if (!block) throw std::bad_alloc();
-  block->header = count;
+  block->count = count;
   return block;
 }
 
-void Record::Release(Block* block) noexcept {
-  if (block && (block->header & kInArena) == 0) std::free(block);
+void Record::Release() noexcept {
+  if ((bits_ & kInArena) == 0) std::free(block());
+  bits_ = 0;
 }
 
 Record Record::InArena(RecordArena& arena, std::u16string_view text, std::span<const uint32_t> ends) {
@@ -25,10 +26,10 @@ Record Record::InArena(RecordArena& arena, std::u16string_view text, std::span<c
   if (ends.empty()) return record;
   const auto count = static_cast<uint32_t>(ends.size());
   auto* block = static_cast<Block*>(arena.Allocate(BlockBytes(count, static_cast<uint32_t>(text.size()))));
-  block->header = count | kInArena;
+  block->count = count;
   std::memcpy(block->ends, ends.data(), ends.size() * sizeof(uint32_t));
   if (!text.empty()) std::memcpy(block->ends + count, text.data(), text.size() * sizeof(char16_t));
-  record.block_ = block;
+  record.Adopt(block, true);
   return record;
 }
 
@@ -36,28 +37,28 @@ Record::Record(std::span<const std::u16string_view> cells) {
   if (cells.empty()) return;
   size_t total = 0;
   for (auto c : cells) total += c.size();
-  block_ = Allocate(static_cast<uint32_t>(cells.size()), static_cast<uint32_t>(total));
+  Adopt(Allocate(static_cast<uint32_t>(cells.size()), static_cast<uint32_t>(total)), false);
   auto* out = const_cast<char16_t*>(Text());
   uint32_t end = 0;
   for (size_t k = 0; k < cells.size(); ++k) {
     if (!cells[k].empty()) std::memcpy(out + end, cells[k].data(), cells[k].size() * sizeof(char16_t));
     end += static_cast<uint32_t>(cells[k].size());
-    block_->ends[k] = end;
+    block()->ends[k] = end;
   }
 }
 
 Record::Record(std::u16string_view text, std::span<const uint32_t> ends) {
   if (ends.empty()) return;
-  block_ = Allocate(static_cast<uint32_t>(ends.size()), static_cast<uint32_t>(text.size()));
-  std::memcpy(block_->ends, ends.data(), ends.size() * sizeof(uint32_t));
+  Adopt(Allocate(static_cast<uint32_t>(ends.size()), static_cast<uint32_t>(text.size())), false);
+  std::memcpy(block()->ends, ends.data(), ends.size() * sizeof(uint32_t));
   if (!text.empty()) std::memcpy(const_cast<char16_t*>(Text()), text.data(), text.size() * sizeof(char16_t));
 }
 
 Record::Record(const Record& other) {
-  if (!other.block_) return;
+  if (!other.bits_) return;
   const auto count = static_cast<uint32_t>(other.Count());
-  block_ = Allocate(count, other.TextLength());
-  std::memcpy(block_->ends, other.block_->ends, sizeof(uint32_t) * count);
+  Adopt(Allocate(count, other.TextLength()), false);
+  std::memcpy(block()->ends, other.block()->ends, sizeof(uint32_t) * count);
   std::memcpy(const_cast<char16_t*>(Text()), other.Text(), sizeof(char16_t) * other.TextLength());
 }
 
@@ -68,14 +69,14 @@ Record& Record::operator=(const Record& other) {
 
 Record& Record::operator=(Record&& other) noexcept {
   if (this != &other) {
-    Release(block_);
-    block_ = other.block_;
-    other.block_ = nullptr;
+    Release();
+    bits_ = other.bits_;
+    other.bits_ = 0;
   }
   return *this;
 }
 
-Record::~Record() { Release(block_); }
+Record::~Record() { Release(); }
 
 std::u16string_view Record::At(int32_t index) const {
   if (index < 0 || index >= Count()) RaiseListIndexError(index);
@@ -111,44 +112,43 @@ void Record::PadTo(int32_t count) {
   if (have >= count) return;
   Block* grown = Allocate(static_cast<uint32_t>(count), TextLength());
   const uint32_t length = TextLength();
-  if (block_) {
-    std::memcpy(grown->ends, block_->ends, sizeof(uint32_t) * static_cast<size_t>(have));
+  if (bits_) {
+    std::memcpy(grown->ends, block()->ends, sizeof(uint32_t) * static_cast<size_t>(have));
     std::memcpy(reinterpret_cast<char16_t*>(grown->ends + count), Text(), sizeof(char16_t) * length);
   }
   for (int32_t k = have; k < count; ++k) grown->ends[k] = length;
-  Release(block_);
-  block_ = grown;
+  Release();
+  Adopt(grown, false);
 }
 
 void Record::Splice(int32_t index, int32_t remove, std::u16string_view text, bool insert) {
   const int32_t oldCount = Count();
   const int32_t newCount = oldCount - remove + (insert ? 1 : 0);
-  const uint32_t cutBegin = index == 0 ? 0 : block_->ends[index - 1];
-  const uint32_t cutEnd = remove ? block_->ends[index + remove - 1] : cutBegin;
+  const uint32_t cutBegin = index == 0 ? 0 : block()->ends[index - 1];
+  const uint32_t cutEnd = remove ? block()->ends[index + remove - 1] : cutBegin;
   const uint32_t oldLength = TextLength();
   const uint32_t added = insert ? static_cast<uint32_t>(text.size()) : 0;
   const uint32_t newLength = oldLength - (cutEnd - cutBegin) + added;
   if (newCount == 0) {
-    Release(block_);
-    block_ = nullptr;
+    Release();
     return;
   }
   Block* next = Allocate(static_cast<uint32_t>(newCount), newLength);
   auto* out = reinterpret_cast<char16_t*>(next->ends + newCount);
-  const char16_t* in = block_ ? Text() : nullptr;
+  const char16_t* in = bits_ ? Text() : nullptr;
   // Text: the part before the cut, the new cell, the part after the cut.
   if (cutBegin) std::memcpy(out, in, sizeof(char16_t) * cutBegin);
   if (added) std::memcpy(out + cutBegin, text.data(), sizeof(char16_t) * added);
   if (oldLength > cutEnd) std::memcpy(out + cutBegin + added, in + cutEnd, sizeof(char16_t) * (oldLength - cutEnd));
   // Ends: unchanged before the index, shifted after it.
   int32_t k = 0;
-  for (; k < index; ++k) next->ends[k] = block_->ends[k];
+  for (; k < index; ++k) next->ends[k] = block()->ends[k];
   if (insert) next->ends[k++] = cutBegin + added;
   for (int32_t j = index + remove; j < oldCount; ++j, ++k) {
-    next->ends[k] = block_->ends[j] - (cutEnd - cutBegin) + added;
+    next->ends[k] = block()->ends[j] - (cutEnd - cutBegin) + added;
   }
-  Release(block_);
-  block_ = next;
+  Release();
+  Adopt(next, false);
 }
 
 }  // namespace qm

@@ -24,17 +24,17 @@ class Record {
   static Record InArena(RecordArena& arena, std::u16string_view text, std::span<const uint32_t> ends);
   // A copy always lives on the heap.
   Record(const Record& other);
-  Record(Record&& other) noexcept : block_(other.block_) { other.block_ = nullptr; }
+  Record(Record&& other) noexcept : bits_(other.bits_) { other.bits_ = 0; }
   Record& operator=(const Record& other);
   Record& operator=(Record&& other) noexcept;
   ~Record();
 
-  int32_t Count() const noexcept { return block_ ? static_cast<int32_t>(block_->header & kCountMask) : 0; }
+  int32_t Count() const noexcept { return bits_ ? static_cast<int32_t>(block()->count) : 0; }
 
   // Unchecked access, for loops that stay within Count().
   std::u16string_view Cell(int32_t index) const noexcept {
-    const uint32_t begin = index == 0 ? 0 : block_->ends[index - 1];
-    return {Text() + begin, block_->ends[index] - begin};
+    const uint32_t begin = index == 0 ? 0 : block()->ends[index - 1];
+    return {Text() + begin, block()->ends[index] - begin};
   }
   // Checked access: an index outside 0..Count()-1 raises the list's index error.
   std::u16string_view At(int32_t index) const;
@@ -52,23 +52,28 @@ class Record {
 
  private:
   struct Block {
-    uint32_t header;   // the cell count, and kInArena for a block of an arena
+    uint32_t count;
     uint32_t ends[1];  // one per cell, then the text (char16_t)
   };
-  static constexpr uint32_t kInArena = 0x80000000u;
-  static constexpr uint32_t kCountMask = ~kInArena;
+  // The block's address, with kInArena set for a block of an arena: kept in
+  // the record itself, so that releasing a table's records reads none of
+  // their blocks.
+  static constexpr uintptr_t kInArena = 1;
+  Block* block() const noexcept { return reinterpret_cast<Block*>(bits_ & ~kInArena); }
+  void Adopt(Block* block, bool inArena) noexcept { bits_ = reinterpret_cast<uintptr_t>(block) | (inArena ? kInArena : 0); }
   static size_t BlockBytes(uint32_t count, uint32_t textLength) {
     return sizeof(uint32_t) * (1 + size_t{count}) + sizeof(char16_t) * size_t{textLength};
   }
-  const char16_t* Text() const noexcept { return reinterpret_cast<const char16_t*>(block_->ends + Count()); }
-  uint32_t TextLength() const noexcept { return Count() ? block_->ends[Count() - 1] : 0; }
+  const char16_t* Text() const noexcept { return reinterpret_cast<const char16_t*>(block()->ends + Count()); }
+  uint32_t TextLength() const noexcept { return Count() ? block()->ends[Count() - 1] : 0; }
   static Block* Allocate(uint32_t count, uint32_t textLength);
-  static void Release(Block* block) noexcept;
+  // Frees a heap block; an arena's block stays for the arena.
+  void Release() noexcept;
   // Rebuilds the block with cell `index` replaced by `text` (`remove` cells
   // taken out there first, `insert` of them put in).
   void Splice(int32_t index, int32_t remove, std::u16string_view text, bool insert);
 
-  Block* block_ = nullptr;
+  uintptr_t bits_ = 0;
 };
 
 }  // namespace qm

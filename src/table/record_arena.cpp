@@ -1,20 +1,26 @@
 #include "table/record_arena.h"
 
-#include <cstdlib>
-#include <new>
+#include <algorithm>
+
+#include "platform/large_blocks.h"
 
 namespace qm {
 
 void* RecordArena::Allocate(size_t bytes) {
   bytes = (bytes + 3) & ~size_t{3};
   if (static_cast<size_t>(end_ - next_) < bytes) {
-    const size_t size = bytes > kChunkBytes / 4 ? bytes : kChunkBytes;
-    char* chunk = static_cast<char*>(std::malloc(size));
-    if (!chunk) throw std::bad_alloc();
-    chunks_.push_back(chunk);
-    if (size != kChunkBytes) return chunk;  // a record of its own; the current chunk stays open
+    chunks_.reserve(chunks_.size() + 1);  // so that recording the chunk cannot fail
+    if (bytes > kLastChunkBytes / 4) {
+      // A record of its own; the current chunk stays open.
+      char* own = static_cast<char*>(AllocateLargeBlock(bytes));
+      chunks_.push_back({own, bytes});
+      return own;
+    }
+    char* chunk = static_cast<char*>(AllocateLargeBlock(chunkBytes_));
+    chunks_.push_back({chunk, chunkBytes_});
     next_ = chunk;
-    end_ = chunk + size;
+    end_ = chunk + chunkBytes_;
+    chunkBytes_ = std::min(chunkBytes_ * 2, kLastChunkBytes);
   }
   void* block = next_;
   next_ += bytes;
@@ -22,9 +28,10 @@ void* RecordArena::Allocate(size_t bytes) {
 }
 
 void RecordArena::Clear() noexcept {
-  for (char* chunk : chunks_) std::free(chunk);
+  for (const Chunk& chunk : chunks_) FreeLargeBlock(chunk.memory, chunk.bytes);
   chunks_.clear();
   next_ = end_ = nullptr;
+  chunkBytes_ = kFirstChunkBytes;
 }
 
 }  // namespace qm

@@ -1,6 +1,7 @@
-// Memory for the records a load creates: large chunks handed out in order
-// and released together, so loading a million records costs a few dozen
-// allocations instead of a million, and no per-block overhead.
+// Memory for the records a load creates: chunks handed out in order and
+// released together, so loading a million records costs a few dozen
+// allocations instead of a million, and no per-block overhead. Chunks grow
+// from 64 KiB to 4 MiB, so a small table stays small.
 #pragma once
 
 #include <cstddef>
@@ -21,8 +22,14 @@ class RecordArena {
   void Clear() noexcept;
 
  private:
-  static constexpr size_t kChunkBytes = size_t{4} << 20;
-  std::vector<char*> chunks_;
+  static constexpr size_t kFirstChunkBytes = size_t{64} << 10;
+  static constexpr size_t kLastChunkBytes = size_t{4} << 20;
+  size_t chunkBytes_ = kFirstChunkBytes;
+  struct Chunk {
+    char* memory;
+    size_t bytes;
+  };
+  std::vector<Chunk> chunks_;
   char* next_ = nullptr;
   char* end_ = nullptr;
 };

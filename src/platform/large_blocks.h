@@ -1,0 +1,15 @@
+// Large blocks of memory for table storage. Where the system can back blocks
+// of a huge page or more with huge pages it is asked to, which saves most of
+// the page faults (and TLB misses) of filling a table of hundreds of megabytes.
+#pragma once
+
+#include <cstddef>
+
+namespace qm {
+
+// `bytes` of memory aligned for any value; raises std::bad_alloc on failure.
+void* AllocateLargeBlock(size_t bytes);
+// Returns a block with the size it was allocated with.
+void FreeLargeBlock(void* block, size_t bytes) noexcept;
+
+}  // namespace qm
