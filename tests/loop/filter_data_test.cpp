@@ -161,68 +161,8 @@ class FilterDataTest : public testing::Test {
     task.JobStop(kFilterData, 1);
     EXPECT_EQ(task.References(), 0);
   }
-  // Opens apple, banana and cherry below the header line "fruit" as step 0,
-  // then runs Filter Data with the keys as step 1.
-  void OpenAndFilter(std::u16string_view keys) {
-    const std::u16string open = std::u16string(u"source=2\r\nlinecount=4\r\nline00000000=fruit\r\n") +
-                                u"line00000001=apple\r\nline00000002=banana\r\nline00000003=cherry\r\nheaderline=1\r\n";
-    ASSERT_TRUE(task.Exec(0, 0, open));
-    EXPECT_TRUE(task.Exec(kFilterData, 1, keys));
-  }
-  TSimpleCSVDataClass& Table() {
-    TSimpleCSVDataClass* table = GetJobTable(task.Bridge());
-    EXPECT_NE(table, nullptr);
-    return *table;
-  }
   FakeTask task{{atSimple, atSimple}};
 };
-
-TEST_F(FilterDataTest, DeletesTheRowsThatFailOrWithReverseModeThoseThatPass) {
-  struct Case {
-    std::u16string keys;
-    std::vector<std::u16string> rows;
-  };
-  const Case cases[] = {
-      {u"conditionscount=1\r\ncondition00000000=1,an,0,0\r\n", {u"banana"}},
-      {u"reversemode=1\r\nconditionscount=1\r\ncondition00000000=1,an,0,0\r\n", {u"apple", u"cherry"}},
-      {u"conditionmode=1\r\nconditionscount=2\r\ncondition00000000=1,a,0,0\r\ncondition00000001=1,e,0,0\r\n",
-       {u"apple", u"banana", u"cherry"}},
-      {u"conditionmode=0\r\nconditionscount=2\r\ncondition00000000=1,a,0,0\r\ncondition00000001=1,e,0,0\r\n",
-       {u"apple"}},
-      {u"conditionscount=0\r\n", {u"apple", u"banana", u"cherry"}},
-      {u"reversemode=1\r\nconditionscount=0\r\n", {}},
-      {u"", {u"apple", u"banana", u"cherry"}},
-      {u"conditionscount=1\r\ncondition00000000={where},{what},0,0\r\n", {u"cherry"}},
-      {u"conditionscount=1\r\ncondition00000000=1,{space},0,0\r\n", {u"banana"}},
-  };
-  Host().variables[u"where"] = u"1";
-  Host().variables[u"what"] = u"err";
-  // Expanded before it is split: "an 1" gives the expression an and a
-  // case-sensitive flag.
-  Host().variables[u"space"] = u"an 1";
-  for (const Case& c : cases) {
-    OpenAndFilter(c.keys);
-    EXPECT_EQ(Rows(Table()), c.rows) << std::string(c.keys.begin(), c.keys.end());
-  }
-  EXPECT_EQ(Host().events, std::vector<std::u16string>{}) << "nothing written, nothing reported";
-}
-
-TEST_F(FilterDataTest, HeaderLineIsNoRow) {
-  OpenAndFilter(u"reversemode=1\r\n");
-  EXPECT_EQ(Table().RecordCount(), 0);
-  EXPECT_EQ(Table().Storage().FieldNames(), std::vector<std::u16string>{u"fruit"});
-}
-
-TEST_F(FilterDataTest, BadConditionTextRemovesNothing) {
-  ASSERT_TRUE(task.Exec(0, 0, u"source=2\r\nlinecount=2\r\nline00000000=a\r\nline00000001=b\r\n"));
-  try {
-    task.Exec(kFilterData, 1, u"conditionscount=2\r\ncondition00000000=1,a,0,0\r\ncondition00000001=1.5,a,0,0\r\n");
-    FAIL() << "no error";
-  } catch (const EConvertError& e) {
-    EXPECT_EQ(e.Message(), u"'1.5' is not a valid integer value");
-  }
-  EXPECT_EQ(Rows(Table()), (std::vector<std::u16string>{u"a", u"b"}));
-}
 
 TEST_F(FilterDataTest, WithoutATableReportsCodeOne) {
   EXPECT_FALSE(task.Exec(kFilterData, 1, u"source=0\r\nconditionscount=0\r\n"));
