@@ -149,6 +149,13 @@ void TMemoryStrDataStorage::ClearData() noexcept {
   fields_.clear();
 }
 
+void TMemoryStrDataStorage::ClearForReload() noexcept {
+  records_.clear();
+  records_.shrink_to_fit();
+  arena_.Rewind();  // after the records that used it
+  fields_.clear();
+}
+
 void TMemoryStrDataStorage::DeleteRecord(int32_t row) {
   CheckRow(row);
   records_.erase(records_.begin() + row);

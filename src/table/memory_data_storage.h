@@ -33,6 +33,10 @@ class TMemoryStrDataStorage {
   void AppendRecord(Record&& record) { records_.push_back(std::move(record)); }
   // Memory for loaded records, released by ClearData.
   RecordArena& Arena() noexcept { return arena_; }
+  // ClearData for a load that follows at once: the records' memory is kept
+  // for the new records; ReleaseUnusedMemory() afterwards gives back the rest.
+  void ClearForReload() noexcept;
+  void ReleaseUnusedMemory() noexcept { arena_.ReleaseUnused(); }
   // Frees every record and forgets every field name.
   void ClearData() noexcept;
   void DeleteRecord(int32_t row);

@@ -8,30 +8,48 @@ namespace qm {
 
 void* RecordArena::Allocate(size_t bytes) {
   bytes = (bytes + 3) & ~size_t{3};
-  if (static_cast<size_t>(end_ - next_) < bytes) {
-    chunks_.reserve(chunks_.size() + 1);  // so that recording the chunk cannot fail
-    if (bytes > kLastChunkBytes / 4) {
-      // A record of its own; the current chunk stays open.
-      char* own = static_cast<char*>(AllocateLargeBlock(bytes));
-      chunks_.push_back({own, bytes});
-      return own;
-    }
-    char* chunk = static_cast<char*>(AllocateLargeBlock(chunkBytes_));
-    chunks_.push_back({chunk, chunkBytes_});
-    next_ = chunk;
-    end_ = chunk + chunkBytes_;
-    chunkBytes_ = std::min(chunkBytes_ * 2, kLastChunkBytes);
+  if (static_cast<size_t>(end_ - next_) >= bytes) {
+    void* block = next_;
+    next_ += bytes;
+    return block;
   }
-  void* block = next_;
-  next_ += bytes;
-  return block;
+  if (bytes > kLastChunkBytes / 4) {
+    // A record of its own; the current chunk stays open.
+    own_.reserve(own_.size() + 1);  // so that recording the block cannot fail
+    char* block = static_cast<char*>(AllocateLargeBlock(bytes));
+    own_.push_back({block, bytes});
+    return block;
+  }
+  if (used_ == chunks_.size()) {
+    const size_t size =
+        chunks_.empty() ? kFirstChunkBytes : std::min(chunks_.back().bytes * 2, kLastChunkBytes);
+    chunks_.reserve(chunks_.size() + 1);
+    chunks_.push_back({static_cast<char*>(AllocateLargeBlock(size)), size});
+  }
+  const Chunk& chunk = chunks_[used_++];
+  next_ = chunk.memory + bytes;
+  end_ = chunk.memory + chunk.bytes;
+  return chunk.memory;
+}
+
+void RecordArena::Free(std::vector<Chunk>& chunks, size_t from) noexcept {
+  for (size_t k = from; k < chunks.size(); ++k) FreeLargeBlock(chunks[k].memory, chunks[k].bytes);
+  chunks.resize(from);
 }
 
 void RecordArena::Clear() noexcept {
-  for (const Chunk& chunk : chunks_) FreeLargeBlock(chunk.memory, chunk.bytes);
-  chunks_.clear();
+  Free(chunks_, 0);
+  Free(own_, 0);
+  used_ = 0;
   next_ = end_ = nullptr;
-  chunkBytes_ = kFirstChunkBytes;
 }
+
+void RecordArena::Rewind() noexcept {
+  Free(own_, 0);
+  used_ = 0;
+  next_ = end_ = nullptr;
+}
+
+void RecordArena::ReleaseUnused() noexcept { Free(chunks_, used_); }
 
 }  // namespace qm

@@ -1,7 +1,8 @@
 // Memory for the records a load creates: chunks handed out in order and
 // released together, so loading a million records costs a few dozen
 // allocations instead of a million, and no per-block overhead. Chunks grow
-// from 64 KiB to 4 MiB, so a small table stays small.
+// from 64 KiB to 4 MiB, so a small table stays small. A reload rewinds the
+// arena and fills the same chunks again, then releases what it left unused.
 #pragma once
 
 #include <cstddef>
@@ -16,20 +17,28 @@ class RecordArena {
   RecordArena& operator=(const RecordArena&) = delete;
   ~RecordArena() { Clear(); }
 
-  // `bytes` of memory aligned for 32-bit values, valid until Clear().
+  // `bytes` of memory aligned for 32-bit values, valid until Clear() or Rewind().
   void* Allocate(size_t bytes);
   // Releases every chunk; the records that used them must be gone.
   void Clear() noexcept;
+  // Forgets every allocation but keeps the chunks for the next ones; the
+  // records that used them must be gone.
+  void Rewind() noexcept;
+  // Releases the chunks that no allocation since the last Rewind() used.
+  void ReleaseUnused() noexcept;
 
  private:
-  static constexpr size_t kFirstChunkBytes = size_t{64} << 10;
-  static constexpr size_t kLastChunkBytes = size_t{4} << 20;
-  size_t chunkBytes_ = kFirstChunkBytes;
   struct Chunk {
     char* memory;
     size_t bytes;
   };
-  std::vector<Chunk> chunks_;
+  static constexpr size_t kFirstChunkBytes = size_t{64} << 10;
+  static constexpr size_t kLastChunkBytes = size_t{4} << 20;
+  static void Free(std::vector<Chunk>& chunks, size_t from) noexcept;
+
+  std::vector<Chunk> chunks_;  // in the order they are filled
+  size_t used_ = 0;            // chunks filled (or being filled) since the last rewind
+  std::vector<Chunk> own_;     // blocks of single large records
   char* next_ = nullptr;
   char* end_ = nullptr;
 };

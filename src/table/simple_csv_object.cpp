@@ -395,7 +395,13 @@ bool TSimpleCSVDataClass::Guard(Operation&& operation) {
 // ---- reading -------------------------------------------------------------------
 
 void TSimpleCSVDataClass::ReadLines(CsvLineSource& source) {
-  storage_.ClearData();
+  // The old records' memory holds the new ones; whatever the load leaves
+  // unused, also after a failure, goes back when it ends.
+  storage_.ClearForReload();
+  struct ReleaseUnused {
+    TMemoryStrDataStorage& storage;
+    ~ReleaseUnused() { storage.ReleaseUnusedMemory(); }
+  } releaseUnused{storage_};
   std::u16string_view line;
   if (!source.Next(line)) RaiseTextEmpty();
   // A negative count points before the first line: the line list's own

@@ -85,5 +85,19 @@ TEST(Record, ArenaServesLargeAndManyBlocks) {
   records.clear();
 }
 
+TEST(Record, RewoundArenaRefillsItsChunksAndGivesBackTheRest) {
+  RecordArena arena;
+  void* first = arena.Allocate(16);
+  for (int i = 0; i < 20000; ++i) arena.Allocate(100);  // several chunks
+  arena.Rewind();
+  EXPECT_EQ(arena.Allocate(16), first);  // the same memory again
+  const uint32_t ends[] = {2, 4};
+  Record kept = Record::InArena(arena, u"abcd", ends);
+  arena.ReleaseUnused();  // the chunks after the first go; the first stays
+  EXPECT_EQ(kept.Cell(1), u"cd");
+  Record more = Record::InArena(arena, u"wxyz", ends);  // the arena still serves
+  EXPECT_EQ(more.Cell(0), u"wx");
+}
+
 }  // namespace
 }  // namespace qm
