@@ -211,11 +211,9 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
 }
 
 size_t JoinedRecordMaxUnits(const Record& record) {
-  const int32_t count = record.Count();
-  if (count == 0) return 0;
-  const auto last = record.Cell(count - 1);
-  const size_t text = static_cast<size_t>(last.data() + last.size() - record.Cell(0).data());
-  return 2 * text + 3 * static_cast<size_t>(count) + 2;
+  const Record::Cells cells = record.AllCells();
+  if (cells.Count() == 0) return 0;
+  return 2 * cells.All().size() + 3 * static_cast<size_t>(cells.Count()) + 2;
 }
 
 namespace {
@@ -234,8 +232,9 @@ inline char16_t* CopyCell(std::u16string_view cell, char16_t* out) {
 }  // namespace
 
 char16_t* WriteJoinedRecord(const Record& record, const TextFormat& f, char16_t* out) {
-  const int32_t count = record.Count();
-  if (count == 1 && record.Cell(0).empty()) {
+  const Record::Cells cells = record.AllCells();
+  const int32_t count = cells.Count();
+  if (count == 1 && cells[0].empty()) {
     if (f.quote != 0) {
       *out++ = f.quote;
       *out++ = f.quote;
@@ -245,12 +244,11 @@ char16_t* WriteJoinedRecord(const Record& record, const TextFormat& f, char16_t*
   if (count == 0) return out;
   // The cells lie back to back, so one look at the whole record usually
   // shows that no cell needs quotes.
-  const std::u16string_view last = record.Cell(count - 1);
-  const std::u16string_view all(record.Cell(0).data(), static_cast<size_t>(last.data() + last.size() - record.Cell(0).data()));
+  const std::u16string_view all = cells.All();
   const bool plain = f.quote == 0 || FindQuoteTrigger(all, f) == all.data() + all.size();
   for (int32_t k = 0; k < count; ++k) {
     if (k) *out++ = f.delimiter;
-    const std::u16string_view cell = record.Cell(k);
+    const std::u16string_view cell = cells[k];
     if (plain || !NeedsQuotes(cell, f)) {
       out = CopyCell(cell, out);
       continue;
@@ -338,8 +336,9 @@ inline char* EncodeCellUtf8(const char16_t* in, size_t n, char* out, const char1
 }  // namespace
 
 char* WriteJoinedRecordUtf8(const Record& record, const TextFormat& f, char* out, std::u16string& scratch) {
-  const int32_t count = record.Count();
-  if (count == 1 && record.Cell(0).empty()) {
+  const Record::Cells cells = record.AllCells();
+  const int32_t count = cells.Count();
+  if (count == 1 && cells[0].empty()) {
     if (f.quote != 0) {
       out = EncodeUnitUtf8(f.quote, out);  // CanJoinUtf8: never a surrogate
       out = EncodeUnitUtf8(f.quote, out);
@@ -349,9 +348,7 @@ char* WriteJoinedRecordUtf8(const Record& record, const TextFormat& f, char* out
   if (count == 0) return out;
   char delimiter[4];
   const size_t delimiterBytes = static_cast<size_t>(EncodeUnitUtf8(f.delimiter, delimiter) - delimiter);
-  const std::u16string_view last = record.Cell(count - 1);
-  const std::u16string_view all(record.Cell(0).data(),
-                                static_cast<size_t>(last.data() + last.size() - record.Cell(0).data()));
+  const std::u16string_view all = cells.All();
   const bool plain = f.quote == 0 || FindQuoteTrigger(all, f) == all.data() + all.size();
   const char16_t* limit = all.data() + all.size();
   for (int32_t k = 0; k < count; ++k) {
@@ -363,7 +360,7 @@ char* WriteJoinedRecordUtf8(const Record& record, const TextFormat& f, char* out
         out += delimiterBytes;
       }
     }
-    const std::u16string_view cell = record.Cell(k);
+    const std::u16string_view cell = cells[k];
     if (plain || !NeedsQuotes(cell, f)) {
       out = EncodeCellUtf8(cell.data(), cell.size(), out, limit);
       continue;

@@ -36,6 +36,34 @@ class Record {
     const uint32_t begin = index == 0 ? 0 : block()->ends[index - 1];
     return {Text() + begin, block()->ends[index] - begin};
   }
+  // The cells of a record that is not changed meanwhile, for loops over
+  // many cells: the block is looked up once.
+  class Cells {
+   public:
+    int32_t Count() const noexcept { return count_; }
+    std::u16string_view operator[](int32_t index) const noexcept {
+      const uint32_t begin = index == 0 ? 0 : ends_[index - 1];
+      return {text_ + begin, ends_[index] - begin};
+    }
+    // All the cells' text, back to back.
+    std::u16string_view All() const noexcept { return {text_, count_ ? ends_[count_ - 1] : 0}; }
+
+   private:
+    friend class Record;
+    const uint32_t* ends_ = nullptr;
+    const char16_t* text_ = nullptr;
+    int32_t count_ = 0;
+  };
+  Cells AllCells() const noexcept {
+    Cells cells;
+    if (bits_) {
+      cells.count_ = Count();
+      cells.ends_ = block()->ends;
+      cells.text_ = Text();
+    }
+    return cells;
+  }
+
   // Checked access: an index outside 0..Count()-1 raises the list's index error.
   std::u16string_view At(int32_t index) const;
 

@@ -14,6 +14,21 @@ namespace qm::simd {
 #if defined(__SSE2__)
 inline __m128i Load(const char16_t* p) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)); }
 inline unsigned FirstUnit(int mask) { return static_cast<unsigned>(__builtin_ctz(static_cast<unsigned>(mask))) / 2; }
+
+// The first unit of [p, end) that `hits` marks (two mask bits a unit, for
+// the eight units at its argument), or `end`; at least eight units. The last
+// piece is the last eight units, with those already looked at masked off.
+template <typename Hits>
+inline const char16_t* Scan(const char16_t* p, const char16_t* end, Hits&& hits) {
+  for (; end - p >= 8; p += 8) {
+    const int mask = hits(p);
+    if (mask) return p + FirstUnit(mask);
+  }
+  if (p == end) return end;
+  const char16_t* last = end - 8;
+  const int mask = hits(last) & ~((1 << (2 * (p - last))) - 1);
+  return mask ? last + FirstUnit(mask) : end;
+}
 #endif
 
 // The first unit equal to a, b or c, or `end`.
@@ -22,12 +37,12 @@ inline const char16_t* FindAny3(const char16_t* p, const char16_t* end, char16_t
   const __m128i va = _mm_set1_epi16(static_cast<short>(a));
   const __m128i vb = _mm_set1_epi16(static_cast<short>(b));
   const __m128i vc = _mm_set1_epi16(static_cast<short>(c));
-  for (; end - p >= 8; p += 8) {
-    const __m128i v = Load(p);
-    const __m128i hit = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi16(v, va), _mm_cmpeq_epi16(v, vb)), _mm_cmpeq_epi16(v, vc));
-    const int mask = _mm_movemask_epi8(hit);
-    if (mask) return p + FirstUnit(mask);
-  }
+  auto hits = [&](const char16_t* q) {
+    const __m128i v = Load(q);
+    return _mm_movemask_epi8(
+        _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi16(v, va), _mm_cmpeq_epi16(v, vb)), _mm_cmpeq_epi16(v, vc)));
+  };
+  if (end - p >= 8) return Scan(p, end, hits);
 #endif
   for (; p < end; ++p) {
     if (*p == a || *p == b || *p == c) return p;
@@ -39,10 +54,8 @@ inline const char16_t* FindAny3(const char16_t* p, const char16_t* end, char16_t
 inline const char16_t* Find(const char16_t* p, const char16_t* end, char16_t a) {
 #if defined(__SSE2__)
   const __m128i va = _mm_set1_epi16(static_cast<short>(a));
-  for (; end - p >= 8; p += 8) {
-    const int mask = _mm_movemask_epi8(_mm_cmpeq_epi16(Load(p), va));
-    if (mask) return p + FirstUnit(mask);
-  }
+  auto hits = [&](const char16_t* q) { return _mm_movemask_epi8(_mm_cmpeq_epi16(Load(q), va)); };
+  if (end - p >= 8) return Scan(p, end, hits);
 #endif
   for (; p < end; ++p) {
     if (*p == a) return p;
@@ -57,13 +70,12 @@ inline const char16_t* FindBlankOr2(const char16_t* p, const char16_t* end, char
   const __m128i vb = _mm_set1_epi16(static_cast<short>(b));
   const __m128i space = _mm_set1_epi16(32);
   const __m128i zero = _mm_setzero_si128();
-  for (; end - p >= 8; p += 8) {
-    const __m128i v = Load(p);
+  auto hits = [&](const char16_t* q) {
+    const __m128i v = Load(q);
     const __m128i low = _mm_cmpeq_epi16(_mm_subs_epu16(v, space), zero);
-    const __m128i hit = _mm_or_si128(low, _mm_or_si128(_mm_cmpeq_epi16(v, va), _mm_cmpeq_epi16(v, vb)));
-    const int mask = _mm_movemask_epi8(hit);
-    if (mask) return p + FirstUnit(mask);
-  }
+    return _mm_movemask_epi8(_mm_or_si128(low, _mm_or_si128(_mm_cmpeq_epi16(v, va), _mm_cmpeq_epi16(v, vb))));
+  };
+  if (end - p >= 8) return Scan(p, end, hits);
 #endif
   for (; p < end; ++p) {
     if (*p <= 32 || *p == a || *p == b) return p;
