@@ -201,6 +201,15 @@ TQMActionPassport TaskRunner::Passport(int32_t step) const {
   return passport;
 }
 
+TAFActionParams TaskRunner::ParamsFor(std::u16string& block, int32_t step) const {
+  TAFActionParams params{};
+  params.Size = static_cast<int32_t>((block.size() + 1) * sizeof(char16_t));
+  params.PPtr = block.data();
+  params.TaskID = static_cast<uint32_t>(taskId_);
+  params.StepNum = step;
+  return params;
+}
+
 int32_t TaskRunner::StepType(int32_t step) const { return Passport(step).info.ActionType; }
 
 int32_t TaskRunner::EnclosingLoop(int32_t step) const {
@@ -269,11 +278,7 @@ RunResult TaskRunner::Run(uint64_t maxSteps) {
     bool ok = true;
     if (index >= 0) {
       std::u16string block = blocks_[static_cast<size_t>(i)];
-      TAFActionParams params{};
-      params.Size = static_cast<int32_t>((block.size() + 1) * sizeof(char16_t));
-      params.PPtr = block.data();
-      params.TaskID = static_cast<uint32_t>(taskId_);
-      params.StepNum = i;
+      TAFActionParams params = ParamsFor(block, i);
       host.lastErrorSet = false;
       try {
         ok = plugin_.ActionsInfo->ExecAction(index, bridge, &params) != 0;
@@ -322,11 +327,7 @@ void TaskRunner::JobStop() {
     const int32_t index = actionIndex_[static_cast<size_t>(i)];
     if (index < 0) continue;
     std::u16string block = blocks_[static_cast<size_t>(i)];
-    TAFActionParams params{};
-    params.Size = static_cast<int32_t>((block.size() + 1) * sizeof(char16_t));
-    params.PPtr = block.data();
-    params.TaskID = static_cast<uint32_t>(taskId_);
-    params.StepNum = i;
+    TAFActionParams params = ParamsFor(block, i);
     try {
       plugin_.ActionsInfo->JobStop(index, bridge_, &params);
     } catch (const std::exception& e) {

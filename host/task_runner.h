@@ -32,6 +32,8 @@ class TaskRunner {
 
  private:
   int32_t ActionIndex(const std::string& id) const;
+  // The host record for a step's block (a copy the plug-in may read).
+  TAFActionParams ParamsFor(std::u16string& block, int32_t step) const;
   int32_t StepType(int32_t step) const;
   int32_t EnclosingLoop(int32_t step) const;  // the begin-loop step a step belongs to, or -1
   bool RunBuiltin(int32_t step, std::string& failure);

@@ -52,15 +52,8 @@ bool ExecMergeData(QmTaskBridge& task, TQMPluginParams& params) {
     ReportFailure(task, kNoSource, msg::kSourceNotDefined);
     return false;
   }
-  ApplySourceSettings(added, source, format);
-  if (source.Source == CsvSource::File) {
-    added.SetEncoding(source.Encoding);
-    if (!added.LoadFromCSVFile(source.FileName)) {
-      ReportFailure(task, kFileFailed, added.LastError());
-      return false;
-    }
-  } else if (!added.LoadFromText(source.Text)) {
-    ReportFailure(task, kTextFailed, added.LastError());
+  if (!LoadFromSource(added, source, format)) {
+    ReportFailure(task, source.Source == CsvSource::File ? kFileFailed : kTextFailed, added.LastError());
     return false;
   }
 

@@ -58,16 +58,6 @@ void AppendJsonString(std::u16string_view text, std::u16string& out) {
   out += u'"';
 }
 
-// The name of an output variable: expanded when it holds a reference, then
-// trimmed; empty means the value is not written.
-std::u16string OutputName(const TQMParamParser& params, std::u16string_view key) {
-  std::u16string name = params.GetString(key);
-  if (Contains(name, u'{')) name = ExpandVariables(name);
-  const std::u16string_view trimmed = Trim(name);
-  if (trimmed.size() != name.size()) name = std::u16string(trimmed);
-  return name;
-}
-
 // The first pass: the loop over the task's table with the step's conditions,
 // saved in the step's slot. Null after reporting when there is no table; a
 // bad condition raises before anything is saved.
@@ -100,8 +90,9 @@ bool ExecDataLoop(QmTaskBridge& task, TQMPluginParams& params) {
     if (!loop) return false;
   }
   // Read on every pass, so a body step may redirect them.
-  const std::u16string rowVar = OutputName(params, kRowVarNameKey);
-  const std::u16string lineVar = OutputName(params, kLineVarNameKey);
+  // Expanded when they hold a reference, then trimmed; empty: not written.
+  const std::u16string rowVar(Trim(ReadExpanded(params, kRowVarNameKey)));
+  const std::u16string lineVar(Trim(ReadExpanded(params, kLineVarNameKey)));
   const bool json = params.GetBool(kFormatKey);
 
   if (loop->GetNextItem()) {

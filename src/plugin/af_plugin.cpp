@@ -39,6 +39,26 @@ TEvent& EventAt(int32_t index) {
   return *events[static_cast<size_t>(index)];
 }
 
+// A cleared record from the host's allocator.
+template <typename Record>
+Record* NewHostRecord(const TAFAppInfo& app) {
+  void* block = nullptr;
+  app.QMGetMemory(&block, sizeof(Record));
+  std::memset(block, 0, sizeof(Record));
+  return static_cast<Record*>(block);
+}
+
+// Gives each record back to the host's allocator with its size.
+template <typename Record>
+void FreeHostRecords(const TAFAppInfo& app, std::vector<Record*>& records) {
+  for (Record*& record : records) {
+    if (!record) continue;
+    void* p = record;
+    app.QMFreeMemory(&p, sizeof(Record));
+    record = nullptr;
+  }
+}
+
 void CopyDescription(std::u16string text, char16_t* descr) {
   text = FitDescription(std::move(text));
   std::memcpy(descr, text.c_str(), (text.size() + 1) * sizeof(char16_t));
@@ -157,19 +177,8 @@ TAFPlugin::TAFPlugin() {
 }
 
 TAFPlugin::~TAFPlugin() {
-  // The info records came from the host's allocator and go back with their size.
-  for (auto*& info : actionInfos_) {
-    if (!info) continue;
-    void* p = info;
-    appInfo_.QMFreeMemory(&p, sizeof(TAFActionInfo));
-    info = nullptr;
-  }
-  for (auto*& info : eventInfos_) {
-    if (!info) continue;
-    void* p = info;
-    appInfo_.QMFreeMemory(&p, sizeof(TAFEventInfo));
-    info = nullptr;
-  }
+  FreeHostRecords(appInfo_, actionInfos_);
+  FreeHostRecords(appInfo_, eventInfos_);
   bridge_ = nullptr;
   if (g_plugin == this) g_plugin = nullptr;
 }
@@ -209,10 +218,7 @@ TAFPluginInfo* TAFPlugin::Initialize(const TAFAppInfo& appInfo) {
 
   if (!actions_.empty()) {
     for (const auto& action : actions_) {
-      void* block = nullptr;
-      appInfo_.QMGetMemory(&block, sizeof(TAFActionInfo));
-      auto* info = static_cast<TAFActionInfo*>(block);
-      std::memset(info, 0, sizeof *info);
+      auto* info = NewHostRecord<TAFActionInfo>(appInfo_);
       info->Name = action->Name.c_str();
       info->Icon = action->Icon;
       info->AllowNTService = action->AllowNTService ? kLongTrue : kLongFalse;
@@ -237,10 +243,7 @@ TAFPluginInfo* TAFPlugin::Initialize(const TAFAppInfo& appInfo) {
 
   if (!events_.empty()) {
     for (const auto& event : events_) {
-      void* block = nullptr;
-      appInfo_.QMGetMemory(&block, sizeof(TAFEventInfo));
-      auto* info = static_cast<TAFEventInfo*>(block);
-      std::memset(info, 0, sizeof *info);
+      auto* info = NewHostRecord<TAFEventInfo>(appInfo_);
       info->Name = event->Name.c_str();
       info->Icon = event->Icon;
       info->AllowNTService = event->AllowNTService ? kLongTrue : kLongFalse;

@@ -1,6 +1,7 @@
 #include "plugin/param_parser.h"
 
 #include "core/convert.h"
+#include "table/line_scanner.h"
 
 namespace qm {
 
@@ -39,16 +40,8 @@ std::u16string_view ZText(const char16_t* text, size_t limit) {
 
 std::vector<std::u16string> SplitLines(std::u16string_view text) {
   std::vector<std::u16string> lines;
-  size_t start = 0;
-  size_t i = 0;
-  for (; i < text.size() && text[i] != 0; ++i) {
-    if (text[i] == u'\r' || text[i] == u'\n') {
-      lines.emplace_back(text.substr(start, i - start));
-      if (text[i] == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') ++i;
-      start = i + 1;
-    }
-  }
-  if (i > start) lines.emplace_back(text.substr(start, i - start));
+  TextLineCursor cursor(text);
+  for (std::u16string_view line; cursor.Next(line);) lines.emplace_back(line);
   return lines;
 }
 

@@ -35,8 +35,7 @@ TCSVSourceSettings ReadSourceSettings(const TQMParamParser& params) {
   return s;
 }
 
-void ApplySourceSettings(TSimpleCSVDataClass& table, const TCSVSourceSettings& source,
-                         const TCSVFormatSettings& format) {
+bool LoadFromSource(TSimpleCSVDataClass& table, const TCSVSourceSettings& source, const TCSVFormatSettings& format) {
   table.SetSkipFirst(source.SkipFirst);
   table.SetSkipEmpty(source.SkipEmpty);
   table.SetSkipComments(source.SkipComments);
@@ -45,6 +44,9 @@ void ApplySourceSettings(TSimpleCSVDataClass& table, const TCSVSourceSettings& s
   table.SetDelimiter(format.Delimiter);
   table.SetQuoteChar(format.QuoteChar);
   table.SetStrictDelimiter(format.StrictDelimiter != 0);
+  if (source.Source != CsvSource::File) return table.LoadFromText(source.Text);
+  table.SetEncoding(source.Encoding);
+  return table.LoadFromCSVFile(source.FileName);
 }
 
 bool ObtainJobTable(const QmTaskBridge& task, const TQMParamParser& params, TSimpleCSVDataClass*& table,
@@ -64,20 +66,10 @@ bool ObtainJobTable(const QmTaskBridge& task, const TQMParamParser& params, TSim
     t = new TSimpleCSVDataClass();
     SetJobTable(task, t);
   }
-  if (source.Source != CsvSource::PreviousAction) {
-    ApplySourceSettings(*t, source, format);
-    if (source.Source == CsvSource::File) {
-      t->SetEncoding(source.Encoding);
-      if (!t->LoadFromCSVFile(source.FileName)) {
-        code = kObtainFileFailed;
-        message = t->LastError();
-        return false;
-      }
-    } else if (!t->LoadFromText(source.Text)) {
-      code = kObtainTextFailed;
-      message = t->LastError();
-      return false;
-    }
+  if (source.Source != CsvSource::PreviousAction && !LoadFromSource(*t, source, format)) {
+    code = source.Source == CsvSource::File ? kObtainFileFailed : kObtainTextFailed;
+    message = t->LastError();
+    return false;
   }
   table = t;
   return true;

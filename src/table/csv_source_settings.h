@@ -33,11 +33,12 @@ TCSVSourceSettings ReadSourceSettings(const TQMParamParser& params);
 // The stored key of text line `index`: "line" and 8 upper-case hex digits.
 std::u16string SourceLineKey(int32_t index);
 
-// Applies the reading options and format of the settings to a table, in the
-// order the loaders rely on.
+// Loads a table from the settings' file or text (not for PreviousAction):
+// the reading options and format are applied first, in the order the loaders
+// rely on, and the encoding only for a file. False with the table's
+// LastError() on failure.
 struct TCSVFormatSettings;
-void ApplySourceSettings(TSimpleCSVDataClass& table, const TCSVSourceSettings& source,
-                         const TCSVFormatSettings& format);
+bool LoadFromSource(TSimpleCSVDataClass& table, const TCSVSourceSettings& source, const TCSVFormatSettings& format);
 
 // Codes of ObtainJobTable.
 enum : uint32_t { kObtainNoTable = 1, kObtainFileFailed = 2, kObtainTextFailed = 3 };

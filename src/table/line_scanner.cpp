@@ -45,13 +45,6 @@ bool TextLineCursor::Next(std::u16string_view& line) {
   return true;
 }
 
-std::vector<std::u16string> SplitTextLines(std::u16string_view text) {
-  std::vector<std::u16string> lines;
-  TextLineCursor cursor(text);
-  for (std::u16string_view line; cursor.Next(line);) lines.emplace_back(line);
-  return lines;
-}
-
 size_t SplitLineInto(std::u16string_view line, const TextFormat& f, char16_t* text, uint32_t* ends) {
   const char16_t* s = line.data();
   const size_t n = line.size();

@@ -35,9 +35,6 @@ class TextLineCursor {
   bool nul_ = false;
 };
 
-// The lines of a text, cut as TextLineCursor cuts them.
-std::vector<std::u16string> SplitTextLines(std::u16string_view text);
-
 // Splits `line` as SplitDelimited does, writing the cells back to back into
 // `text` and their end offsets into `ends`. `text` needs room for line.size()
 // units and `ends` for line.size() + 1 entries. Returns the number of cells.

@@ -220,23 +220,24 @@ FakeTask::~FakeTask() { FreeJobTable(Bridge()); }
 
 QmTaskBridge FakeTask::Bridge() { return QmTaskBridge::Cast(Interface()); }
 
-bool FakeTask::Exec(int32_t index, int32_t step, std::u16string_view block) {
-  std::u16string text(block);
+TAFActionParams FakeTask::Params(std::u16string& text, int32_t step) const {
   TAFActionParams params{};
   params.Size = static_cast<int32_t>((text.size() + 1) * sizeof(char16_t));
   params.PPtr = text.data();
   params.TaskID = static_cast<uint32_t>(taskId);
   params.StepNum = step;
+  return params;
+}
+
+bool FakeTask::Exec(int32_t index, int32_t step, std::u16string_view block) {
+  std::u16string text(block);
+  TAFActionParams params = Params(text, step);
   return Actions().ExecAction(index, Interface(), &params) != 0;
 }
 
 void FakeTask::JobStop(int32_t index, int32_t step, std::u16string_view block) {
   std::u16string text(block);
-  TAFActionParams params{};
-  params.Size = static_cast<int32_t>((text.size() + 1) * sizeof(char16_t));
-  params.PPtr = text.data();
-  params.TaskID = static_cast<uint32_t>(taskId);
-  params.StepNum = step;
+  TAFActionParams params = Params(text, step);
   Actions().JobStop(index, Interface(), &params);
 }
 

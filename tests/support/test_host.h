@@ -61,6 +61,7 @@ class FakeTask {
   std::vector<std::u16string> log;
 
  private:
+  TAFActionParams Params(std::u16string& text, int32_t step) const;
   struct Com {
     void* const* table;
     FakeTask* owner;

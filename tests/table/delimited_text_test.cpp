@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "plugin/param_parser.h"
 #include "table/delimited_text.h"
 #include "table/line_scanner.h"
 
@@ -123,7 +124,7 @@ struct LinesCase {
 
 class TextLinesTest : public ::testing::TestWithParam<LinesCase> {};
 
-TEST_P(TextLinesTest, CutsAtEveryBreak) { EXPECT_EQ(SplitTextLines(GetParam().text), GetParam().lines); }
+TEST_P(TextLinesTest, CutsAtEveryBreak) { EXPECT_EQ(SplitLines(GetParam().text), GetParam().lines); }
 
 INSTANTIATE_TEST_SUITE_P(
     Texts, TextLinesTest,
