@@ -206,19 +206,49 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
 size_t JoinedRecordMaxUnits(const Record& record) {
   const Record::Cells cells = record.AllCells();
   if (cells.Count() == 0) return 0;
-  return 2 * cells.All().size() + 3 * static_cast<size_t>(cells.Count()) + 2;
+  return 2 * cells.All().size() + 3 * static_cast<size_t>(cells.Count()) + 2 + kJoinOverrun;
 }
 
 namespace {
 
-// Copies a cell; short cells are common, so no library call for them.
-inline char16_t* CopyCell(std::u16string_view cell, char16_t* out) {
-  const char16_t* in = cell.data();
-  size_t n = cell.size();
+// Copies [p, end) to `out`, sixteen or eight units a store. A store may pass
+// the units kept by up to kJoinOverrun, and a load may pass `end`, never
+// `limit` (the end of the text the units lie in).
+inline char16_t* CopyUnits(const char16_t* p, const char16_t* end, char16_t* out, const char16_t* limit) {
+  size_t n = static_cast<size_t>(end - p);
 #if defined(__SSE2__)
-  for (; n >= 8; n -= 8, in += 8, out += 8) _mm_storeu_si128(reinterpret_cast<__m128i*>(out), simd::Load(in));
+  auto store = [](char16_t* to, const char16_t* from) {
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), simd::Load(from));
+  };
+  if (n <= 16 && limit - p >= 16) {
+    // Most cells: two loads and two stores, whatever their length.
+    store(out, p);
+    store(out + 8, p + 8);
+    return out + n;
+  }
+  for (; n >= 8; n -= 8, p += 8, out += 8) store(out, p);
+  if (n > 0 && limit - p >= 8) {
+    store(out, p);
+    return out + n;
+  }
 #endif
-  for (; n > 0; --n) *out++ = *in++;
+  for (; n > 0; --n) *out++ = *p++;
+  return out;
+}
+
+// A cell in quotes, its quote characters doubled.
+inline char16_t* CopyQuoted(const char16_t* p, const char16_t* end, char16_t quote, char16_t* out,
+                            const char16_t* limit) {
+  *out++ = quote;
+  for (;;) {
+    const char16_t* q = simd::Find(p, end, quote);
+    out = CopyUnits(p, q, out, limit);
+    if (q == end) break;
+    *out++ = quote;
+    *out++ = quote;
+    p = q + 1;
+  }
+  *out++ = quote;
   return out;
 }
 
@@ -227,146 +257,51 @@ inline char16_t* CopyCell(std::u16string_view cell, char16_t* out) {
 char16_t* WriteJoinedRecord(const Record& record, const TextFormat& f, char16_t* out) {
   const Record::Cells cells = record.AllCells();
   const int32_t count = cells.Count();
+  // Kept apart from `f`: stores through `out` could otherwise change them.
+  const char16_t delimiter = f.delimiter;
+  const char16_t quote = f.quote;
   if (count == 1 && cells[0].empty()) {
-    if (f.quote != 0) {
-      *out++ = f.quote;
-      *out++ = f.quote;
+    if (quote != 0) {
+      *out++ = quote;
+      *out++ = quote;
     }
     return out;
   }
   if (count == 0) return out;
-  // The cells lie back to back, so one look at the whole record usually
-  // shows that no cell needs quotes.
+  // One look over the record's text, whose cells lie back to back, finds the
+  // first character that may call for quotes; usually there is none, and
+  // after one the look goes on from the next cell.
   const std::u16string_view all = cells.All();
-  const bool plain = f.quote == 0 || FindQuoteTrigger(all, f) == all.data() + all.size();
+  const char16_t* text = all.data();
+  const char16_t* limit = text + all.size();
+  const char16_t* trigger = quote == 0 ? limit : FindQuoteTrigger(all, f);
+  const ptrdiff_t lastLoad = static_cast<ptrdiff_t>(all.size()) - 16;  // where a sixteen-unit load may start
+  ptrdiff_t begin = 0;
   for (int32_t k = 0; k < count; ++k) {
-    if (k) *out++ = f.delimiter;
-    const std::u16string_view cell = cells[k];
-    if (plain || !NeedsQuotes(cell, f)) {
-      out = CopyCell(cell, out);
-      continue;
-    }
-    *out++ = f.quote;
-    for (const char16_t c : cell) {
-      if (c == f.quote) *out++ = c;
-      *out++ = c;
-    }
-    *out++ = f.quote;
-  }
-  return out;
-}
-
-bool CanJoinUtf8(const TextFormat& f) {
-  auto surrogate = [](char16_t c) { return c >= 0xD800 && c <= 0xDFFF; };
-  return !surrogate(f.delimiter) && !surrogate(f.quote);
-}
-
-namespace {
-
-// One unit that is not a surrogate.
-inline char* EncodeUnitUtf8(char16_t c, char* out) {
-  if (c < 0x80) {
-    *out++ = static_cast<char>(c);
-  } else if (c < 0x800) {
-    *out++ = static_cast<char>(0xC0 | (c >> 6));
-    *out++ = static_cast<char>(0x80 | (c & 0x3F));
-  } else {
-    *out++ = static_cast<char>(0xE0 | (c >> 12));
-    *out++ = static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-    *out++ = static_cast<char>(0x80 | (c & 0x3F));
-  }
-  return out;
-}
-
-// ASCII sixteen or eight units at a time, other characters of the Basic
-// Multilingual Plane inline, surrogates through the full encoder. A piece may
-// read past the cell, never past `limit` (the end of the text the cell lies
-// in), and store up to fifteen bytes past what it writes, which whatever
-// follows overwrites: callers leave that room.
-inline char* EncodeCellUtf8(const char16_t* in, size_t n, char* out, const char16_t* limit) {
-  size_t k = 0;
+    const ptrdiff_t end = cells.End(k);
+    if (trigger >= text + end) {
 #if defined(__SSE2__)
-  const __m128i high = _mm_set1_epi16(static_cast<short>(0xFF80));
-  const __m128i zero = _mm_setzero_si128();
-  if (n <= 16 && limit - in >= 16) {
-    // Most cells: sixteen units looked at once, and written in one store
-    // when they are ASCII.
-    const __m128i a = simd::Load(in);
-    const __m128i b = simd::Load(in + 8);
-    const unsigned needed = n == 16 ? 0xFFFFu : (1u << n) - 1;
-    const auto ascii = static_cast<unsigned>(_mm_movemask_epi8(
-        _mm_packs_epi16(_mm_cmpeq_epi16(_mm_and_si128(a, high), zero), _mm_cmpeq_epi16(_mm_and_si128(b, high), zero))));
-    if ((ascii & needed) == needed) {
-      _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm_packus_epi16(a, b));
-      return out + n;
-    }
-  }
+      if (end - begin <= 16 && begin <= lastLoad) {
+        // Most cells: two loads and two stores, whatever their length.
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(out), simd::Load(text + begin));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(out + 8), simd::Load(text + begin + 8));
+        out += end - begin;
+      } else
 #endif
-  while (k < n) {
-#if defined(__SSE2__)
-    if (limit - (in + k) >= 8) {
-      const __m128i v = simd::Load(in + k);
-      const auto ascii = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi16(_mm_and_si128(v, high), zero)));
-      const size_t take = n - k < 8 ? n - k : 8;
-      const unsigned needed = take == 8 ? 0xFFFFu : (1u << (2 * take)) - 1;
-      _mm_storel_epi64(reinterpret_cast<__m128i*>(out), _mm_packus_epi16(v, v));
-      if ((ascii & needed) == needed) {
-        out += take;
-        k += take;
-        continue;
+      {
+        out = CopyUnits(text + begin, text + end, out, limit);
       }
-      const auto run = static_cast<size_t>(__builtin_ctz(~ascii & needed)) / 2;  // ASCII units before the other one
-      out += run;
-      k += run;
+    } else {
+      // A character 0 ends the check: such a cell goes out as it is.
+      out = *trigger != 0 ? CopyQuoted(text + begin, text + end, quote, out, limit)
+                          : CopyUnits(text + begin, text + end, out, limit);
+      trigger = FindQuoteTrigger(std::u16string_view(text + end, static_cast<size_t>(limit - text - end)), f);
     }
-#endif
-    if (in[k] >= 0xD800 && in[k] <= 0xDFFF) return out + EncodeInto(TextEncoding::UTF8, in + k, n - k, out);
-    out = EncodeUnitUtf8(in[k++], out);
+    // Every cell is followed by the delimiter, the last one's taken back.
+    *out++ = delimiter;
+    begin = end;
   }
-  return out;
-}
-
-}  // namespace
-
-char* WriteJoinedRecordUtf8(const Record& record, const TextFormat& f, char* out, std::u16string& scratch) {
-  const Record::Cells cells = record.AllCells();
-  const int32_t count = cells.Count();
-  if (count == 1 && cells[0].empty()) {
-    if (f.quote != 0) {
-      out = EncodeUnitUtf8(f.quote, out);  // CanJoinUtf8: never a surrogate
-      out = EncodeUnitUtf8(f.quote, out);
-    }
-    return out;
-  }
-  if (count == 0) return out;
-  char delimiter[4];
-  const size_t delimiterBytes = static_cast<size_t>(EncodeUnitUtf8(f.delimiter, delimiter) - delimiter);
-  const std::u16string_view all = cells.All();
-  const bool plain = f.quote == 0 || FindQuoteTrigger(all, f) == all.data() + all.size();
-  const char16_t* limit = all.data() + all.size();
-  for (int32_t k = 0; k < count; ++k) {
-    if (k) {
-      if (delimiterBytes == 1) {
-        *out++ = delimiter[0];
-      } else {
-        std::memcpy(out, delimiter, delimiterBytes);
-        out += delimiterBytes;
-      }
-    }
-    const std::u16string_view cell = cells[k];
-    if (plain || !NeedsQuotes(cell, f)) {
-      out = EncodeCellUtf8(cell.data(), cell.size(), out, limit);
-      continue;
-    }
-    scratch.assign(1, f.quote);
-    for (const char16_t c : cell) {
-      if (c == f.quote) scratch.push_back(c);
-      scratch.push_back(c);
-    }
-    scratch.push_back(f.quote);
-    out = EncodeCellUtf8(scratch.data(), scratch.size(), out, scratch.data() + scratch.size());
-  }
-  return out;
+  return out - 1;
 }
 
 void AppendJoinedRecord(const Record& record, const TextFormat& format, std::u16string& out) {

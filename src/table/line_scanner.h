@@ -54,18 +54,12 @@ size_t SplitUtf8Line(const char* bytes, const char* end, const TextFormat& forma
 
 // Appends the record joined as JoinDelimited joins it.
 void AppendJoinedRecord(const Record& record, const TextFormat& format, std::u16string& out);
-// The same written to `out`, which needs room for JoinedRecordMaxUnits units;
-// returns one past the last unit written.
+// The same written to `out`, which needs room for JoinedRecordMaxUnits units:
+// the joined record and up to kJoinOverrun units that the writer may store
+// past its end and leaves for what follows to overwrite. Returns one past the
+// last unit of the record.
+inline constexpr size_t kJoinOverrun = 16;
 size_t JoinedRecordMaxUnits(const Record& record);
 char16_t* WriteJoinedRecord(const Record& record, const TextFormat& format, char16_t* out);
-
-// True when WriteJoinedRecordUtf8 can write this format: a delimiter and
-// quote character that are no surrogates, so no character pairs up across a
-// cell's edge.
-bool CanJoinUtf8(const TextFormat& format);
-// The record joined and encoded as UTF-8 in one step: the same bytes as
-// encoding WriteJoinedRecord's units. `out` needs room for
-// 3 * JoinedRecordMaxUnits bytes; `scratch` is working space.
-char* WriteJoinedRecordUtf8(const Record& record, const TextFormat& format, char* out, std::u16string& scratch);
 
 }  // namespace qm

@@ -45,6 +45,8 @@ class Record {
       const uint32_t begin = index == 0 ? 0 : ends_[index - 1];
       return {text_ + begin, ends_[index] - begin};
     }
+    // Where cell `index` ends in All(): the next cell starts there.
+    uint32_t End(int32_t index) const noexcept { return ends_[index]; }
     // All the cells' text, back to back.
     std::u16string_view All() const noexcept { return {text_, count_ ? ends_[count_ - 1] : 0}; }
 

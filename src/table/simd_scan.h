@@ -15,18 +15,24 @@ namespace qm::simd {
 inline __m128i Load(const char16_t* p) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)); }
 inline unsigned FirstUnit(int mask) { return static_cast<unsigned>(__builtin_ctz(static_cast<unsigned>(mask))) / 2; }
 
-// The first unit of [p, end) that `hits` marks (two mask bits a unit, for
-// the eight units at its argument), or `end`; at least eight units. The last
-// piece is the last eight units, with those already looked at masked off.
+// The first unit of [p, end) that `hits` marks (all bits set in the units it
+// matches, for the eight units at its argument), or `end`; at least eight
+// units. Sixteen units a look; the last piece is the last eight units, with
+// those already looked at masked off.
 template <typename Hits>
 inline const char16_t* Scan(const char16_t* p, const char16_t* end, Hits&& hits) {
-  for (; end - p >= 8; p += 8) {
-    const int mask = hits(p);
+  for (; end - p >= 16; p += 16) {
+    const auto mask = static_cast<unsigned>(_mm_movemask_epi8(_mm_packs_epi16(hits(p), hits(p + 8))));
+    if (mask) return p + __builtin_ctz(mask);
+  }
+  if (end - p >= 8) {
+    const int mask = _mm_movemask_epi8(hits(p));
     if (mask) return p + FirstUnit(mask);
+    p += 8;
   }
   if (p == end) return end;
   const char16_t* last = end - 8;
-  const int mask = hits(last) & ~((1 << (2 * (p - last))) - 1);
+  const int mask = _mm_movemask_epi8(hits(last)) & ~((1 << (2 * (p - last))) - 1);
   return mask ? last + FirstUnit(mask) : end;
 }
 #endif
@@ -39,8 +45,7 @@ inline const char16_t* FindAny3(const char16_t* p, const char16_t* end, char16_t
   const __m128i vc = _mm_set1_epi16(static_cast<short>(c));
   auto hits = [&](const char16_t* q) {
     const __m128i v = Load(q);
-    return _mm_movemask_epi8(
-        _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi16(v, va), _mm_cmpeq_epi16(v, vb)), _mm_cmpeq_epi16(v, vc)));
+    return _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi16(v, va), _mm_cmpeq_epi16(v, vb)), _mm_cmpeq_epi16(v, vc));
   };
   if (end - p >= 8) return Scan(p, end, hits);
 #endif
@@ -54,7 +59,7 @@ inline const char16_t* FindAny3(const char16_t* p, const char16_t* end, char16_t
 inline const char16_t* Find(const char16_t* p, const char16_t* end, char16_t a) {
 #if defined(__SSE2__)
   const __m128i va = _mm_set1_epi16(static_cast<short>(a));
-  auto hits = [&](const char16_t* q) { return _mm_movemask_epi8(_mm_cmpeq_epi16(Load(q), va)); };
+  auto hits = [&](const char16_t* q) { return _mm_cmpeq_epi16(Load(q), va); };
   if (end - p >= 8) return Scan(p, end, hits);
 #endif
   for (; p < end; ++p) {
@@ -73,7 +78,7 @@ inline const char16_t* FindBlankOr2(const char16_t* p, const char16_t* end, char
   auto hits = [&](const char16_t* q) {
     const __m128i v = Load(q);
     const __m128i low = _mm_cmpeq_epi16(_mm_subs_epu16(v, space), zero);
-    return _mm_movemask_epi8(_mm_or_si128(low, _mm_or_si128(_mm_cmpeq_epi16(v, va), _mm_cmpeq_epi16(v, vb))));
+    return _mm_or_si128(low, _mm_or_si128(_mm_cmpeq_epi16(v, va), _mm_cmpeq_epi16(v, vb)));
   };
   if (end - p >= 8) return Scan(p, end, hits);
 #endif

@@ -489,34 +489,6 @@ void TSimpleCSVDataClass::Render(Sink&& sink) const {
   if (size) sink(std::u16string_view(data, size));
 }
 
-// As Render, straight into UTF-8 bytes.
-template <typename Sink>
-void TSimpleCSVDataClass::RenderUtf8(Sink&& sink) const {
-  constexpr size_t kBytes = 3 * kWriteChunk;
-  RawBuffer<char> buffer;
-  size_t size = 0;
-  char* data = buffer.Reserve(kBytes);
-  std::u16string scratch;
-  auto add = [&](const Record& record) {
-    const size_t room = 3 * JoinedRecordMaxUnits(record) + 2;
-    if (size + room > kBytes) {
-      if (size) sink(std::string_view(data, size));
-      size = 0;
-      data = buffer.Reserve(room);
-    }
-    char* end = WriteJoinedRecordUtf8(record, format_, data + size, scratch);
-    end[0] = '\r';
-    end[1] = '\n';
-    size = static_cast<size_t>(end + 2 - data);
-  };
-  if (headerLine_) {
-    std::vector<std::u16string_view> names(storage_.FieldNames().begin(), storage_.FieldNames().end());
-    add(Record(names));
-  }
-  for (const Record& record : storage_.Records()) add(record);
-  if (size) sink(std::string_view(data, size));
-}
-
 bool TSimpleCSVDataClass::SaveToStrings(std::vector<std::u16string>& lines) {
   return Guard([&] {
     lines.clear();
@@ -541,14 +513,6 @@ bool TSimpleCSVDataClass::SaveToText(std::u16string& text) {
 }
 
 void TSimpleCSVDataClass::WriteToFile(std::u16string_view fileName, TextEncoding encoding) const {
-  if (encoding == TextEncoding::UTF8 && CanJoinUtf8(format_)) {
-    FileWriter writer(fileName);
-    const std::string_view mark = ByteOrderMark(encoding);
-    writer.Write(mark.data(), mark.size());
-    RenderUtf8([&](std::string_view bytes) { writer.Write(bytes.data(), bytes.size()); });
-    writer.Close();
-    return;
-  }
   EncodedFileSink sink(fileName, encoding);
   Render(sink);
   sink.Close();

@@ -107,8 +107,6 @@ class TSimpleCSVDataClass {
   void ReadLines(CsvLineSource& source);
   template <typename Sink>
   void Render(Sink&& sink) const;
-  template <typename Sink>
-  void RenderUtf8(Sink&& sink) const;
   template <typename Operation>
   bool Guard(Operation&& operation);
 

@@ -116,34 +116,32 @@ size_t DecodeUtf8(const char* in, size_t n, char16_t* out) {
   return static_cast<size_t>(o - out);
 }
 
-inline bool AllAscii8(const char16_t* p) {
-  uint64_t a, b;
-  std::memcpy(&a, p, 8);
-  std::memcpy(&b, p + 4, 8);
-  return ((a | b) & 0xFF80FF80FF80FF80ull) == 0;
-}
-
 size_t EncodeUtf8(const char16_t* s, size_t n, char* out) {
   auto* o = reinterpret_cast<uint8_t*>(out);
   size_t i = 0;
   while (i < n) {
 #if defined(__SSE2__)
+    // Sixteen units a look: all ASCII goes out in one store, else the ASCII
+    // units before the first other one do. The store may pass what is kept,
+    // which stays within the 3 * n bytes of room while sixteen units remain.
     const __m128i high = _mm_set1_epi16(static_cast<short>(0xFF80));
-    while (i + 16 <= n) {
+    const __m128i zero = _mm_setzero_si128();
+    while (n - i >= 16) {
       const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i));
       const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i + 8));
-      const __m128i any = _mm_and_si128(_mm_or_si128(a, b), high);
-      if (_mm_movemask_epi8(_mm_cmpeq_epi16(any, _mm_setzero_si128())) != 0xFFFF) break;
       _mm_storeu_si128(reinterpret_cast<__m128i*>(o), _mm_packus_epi16(a, b));
+      const auto ascii = static_cast<unsigned>(_mm_movemask_epi8(
+          _mm_packs_epi16(_mm_cmpeq_epi16(_mm_and_si128(a, high), zero), _mm_cmpeq_epi16(_mm_and_si128(b, high), zero))));
+      if (ascii != 0xFFFF) {
+        const auto run = static_cast<size_t>(__builtin_ctz(~ascii));
+        o += run;
+        i += run;
+        break;
+      }
       o += 16;
       i += 16;
     }
 #endif
-    while (i + 8 <= n && AllAscii8(s + i)) {
-      for (int k = 0; k < 8; ++k) o[k] = static_cast<uint8_t>(s[i + k]);
-      o += 8;
-      i += 8;
-    }
     if (i >= n) break;
     uint32_t cp = s[i++];
     if (cp < 0x80) {

@@ -424,9 +424,9 @@ TEST(CsvFiles, DirectUtf8ReadingMatchesDecodedText) {
   }
 }
 
-// A UTF-8 file is rendered straight to bytes; any table in any format must
-// give the bytes of its text encoded afterwards.
-TEST(CsvFiles, DirectUtf8WritingMatchesEncodedText) {
+// A file is written chunk by chunk; any table in any format must give the
+// bytes of its whole text encoded at once.
+TEST(CsvFiles, Utf8FileMatchesEncodedText) {
   const TextFormat formats[] = {{u';', u'"', true},       {u',', u'"', false}, {u'\t', u'\'', true},
                                 {u'\u00a7', u'\u00ab', true}, {u';', 0, true},     {u'\xDC00', u'"', true}};
   const std::u16string alphabet = std::u16string(u"ab ;,\"'\t\u00a7\u00ab\u00e9\u4e2d\U0001F600\xD800\xDC00\r", 16) +

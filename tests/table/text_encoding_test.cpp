@@ -4,6 +4,7 @@
 #include <random>
 #include <string>
 
+#include "core/utf.h"
 #include "table/text_encoding.h"
 
 namespace qm {
@@ -114,7 +115,7 @@ TEST(TextEncoding, RoundTripsAreLossless) {
   std::mt19937 random(99);
   const std::u16string ansiRepertoire = u"az;\"\r\n \u20ac\u0081\u201a\u0192\u0178\u00a0\u00e9\u00ff";
   for (int round = 0; round < 300; ++round) {
-    std::u16string any, valid, ansi, ascii;
+    std::u16string any, valid, ansi, ascii, mostlyAscii;
     const size_t length = random() % 200;
     for (size_t k = 0; k < length; ++k) {
       const char16_t unit = static_cast<char16_t>(random() % 0x10000);
@@ -126,11 +127,16 @@ TEST(TextEncoding, RoundTripsAreLossless) {
       }
       ansi.push_back(ansiRepertoire[random() % ansiRepertoire.size()]);
       ascii.push_back(static_cast<char16_t>(random() % 0x80));
+      // Long ASCII runs broken now and then by one, two or three bytes' worth.
+      const char16_t rare[] = {u'\u00e9', u'\u0416', u'\u4e2d', u'\u00ff'};
+      mostlyAscii.push_back(random() % 12 ? static_cast<char16_t>(u' ' + random() % 95) : rare[random() % 4]);
     }
     valid.append(u"plain tail");
     EXPECT_EQ(DecodeBytes(EncodeText(any, TextEncoding::Unicode), TextEncoding::Unicode), any);
     EXPECT_EQ(DecodeBytes(EncodeText(any, TextEncoding::UTF7), TextEncoding::UTF7), any);
     EXPECT_EQ(DecodeBytes(EncodeText(valid, TextEncoding::UTF8), TextEncoding::UTF8), valid);
+    EXPECT_EQ(DecodeBytes(EncodeText(mostlyAscii, TextEncoding::UTF8), TextEncoding::UTF8), mostlyAscii);
+    EXPECT_EQ(EncodeText(mostlyAscii, TextEncoding::UTF8), Utf16ToUtf8(mostlyAscii));
     EXPECT_EQ(DecodeBytes(EncodeText(ansi, TextEncoding::ANSI), TextEncoding::ANSI), ansi);
     EXPECT_EQ(DecodeBytes(EncodeText(ascii, TextEncoding::ASCII), TextEncoding::ASCII), ascii);
 
@@ -166,6 +172,7 @@ TEST(TextEncoding, ArbitraryInputStaysWithinBounds) {
       std::string encoded(MaxEncodedBytes(encoding, text.size()) + 8, '#');
       const size_t count = EncodeInto(encoding, text.data(), text.size(), encoded.data());
       EXPECT_LE(count, MaxEncodedBytes(encoding, text.size()));
+      EXPECT_EQ(encoded[MaxEncodedBytes(encoding, text.size())], '#');
     }
   }
 }
