@@ -142,6 +142,7 @@ int main(int argc, char** argv) {
   times.clear();
   cpu.clear();
   for (int run = 0; run < runs; ++run) {
+    fs::remove(output);  // a new file each run, as in actions_bench
     start = Clock::now();
     std::clock_t cpuStart = std::clock();
     if (!table.SaveToCSVFile(WidePath(output))) {

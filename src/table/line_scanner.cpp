@@ -158,6 +158,79 @@ inline void CopyAsciiUntil(const uint8_t*& s, const uint8_t* end, char16_t*& o, 
   while (s < end && *s < 0x80 && *s != stop && !IsByteLineEnd(*s)) *o++ = *s++;
 }
 
+// One cell from `s`, which is no line end: its text goes to `o` and its end
+// to `e`. A delimiter after it is stepped over, and leaves an empty cell
+// behind when the line ends right after it.
+inline void SplitCellUtf8(const uint8_t*& s, const uint8_t* end, uint8_t delimiter, uint8_t quote, char16_t*& o,
+                          const char16_t* text, uint32_t*& e) {
+  if (quote != 0 && *s == quote) {
+    ++s;
+    for (;;) {
+      CopyAsciiUntil(s, end, o, quote);
+      if (s >= end || IsByteLineEnd(*s)) break;  // never closed: the rest of the line
+      if (*s == quote) {
+        if (s + 1 < end && s[1] == quote) {
+          *o++ = quote;
+          s += 2;
+          continue;
+        }
+        ++s;  // the closing quote
+        break;
+      }
+      s += DecodeUtf8At(s, end, o);
+    }
+  } else {
+    for (;;) {
+      CopyAsciiUntil(s, end, o, delimiter);
+      if (s >= end || *s < 0x80) break;  // the delimiter, a line break or the end
+      s += DecodeUtf8At(s, end, o);
+    }
+  }
+  *e++ = static_cast<uint32_t>(o - text);
+  if (s < end && *s == delimiter) {
+    ++s;
+    if (s == end || IsByteLineEnd(*s)) *e++ = static_cast<uint32_t>(o - text);
+  }
+}
+
+#if defined(__SSE2__)
+// Where in 64 bytes the delimiter, the line ends (CR, LF, 0) and the bytes
+// that only SplitCellUtf8 handles (the quote, bytes above 0x7F) lie.
+struct PieceMasks {
+  uint64_t delimiter = 0;
+  uint64_t lineEnd = 0;
+  uint64_t other = 0;
+};
+
+inline PieceMasks MaskPiece(const uint8_t* p, __m128i delimiter, __m128i quote) {
+  const __m128i cr = _mm_set1_epi8('\r');
+  const __m128i lf = _mm_set1_epi8('\n');
+  const __m128i zero = _mm_setzero_si128();
+  PieceMasks m;
+  for (int k = 0; k < 64; k += 16) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + k));
+    const __m128i lineEnd = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(v, cr), _mm_cmpeq_epi8(v, lf)), _mm_cmpeq_epi8(v, zero));
+    m.delimiter |= uint64_t{static_cast<uint16_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(v, delimiter)))} << k;
+    m.lineEnd |= uint64_t{static_cast<uint16_t>(_mm_movemask_epi8(lineEnd))} << k;
+    m.other |= uint64_t{static_cast<uint16_t>(_mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(v, quote), v)))} << k;
+  }
+  m.other &= ~m.lineEnd;  // with no quote character, 0 would count twice
+  return m;
+}
+
+// Widens the ASCII bytes [p, p + n) to `o` sixteen at a time, reading and
+// storing up to fifteen past them.
+inline void WidenAscii(const uint8_t* p, size_t n, char16_t* o) {
+  const __m128i zero = _mm_setzero_si128();
+  for (size_t k = 0;; k += 16) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + k));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(o + k), _mm_unpacklo_epi8(v, zero));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(o + k + 8), _mm_unpackhi_epi8(v, zero));
+    if (k + 16 >= n) break;
+  }
+}
+#endif
+
 }  // namespace
 
 size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& f, char16_t* text, uint32_t* ends,
@@ -168,36 +241,45 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
   const auto quote = static_cast<uint8_t>(f.quote);
   char16_t* o = text;
   uint32_t* e = ends;
-  while (s < end && !IsByteLineEnd(*s)) {
-    if (quote != 0 && *s == quote) {
-      ++s;
-      for (;;) {
-        CopyAsciiUntil(s, end, o, quote);
-        if (s >= end || IsByteLineEnd(*s)) break;  // never closed: the rest of the line
-        if (*s == quote) {
-          if (s + 1 < end && s[1] == quote) {
-            *o++ = f.quote;
-            s += 2;
-            continue;
-          }
-          ++s;  // the closing quote
-          break;
+  for (;;) {
+#if defined(__SSE2__)
+    // Cells of plain ASCII are found 64 bytes a look, from where the masks
+    // show their ends, rather than one after the other. A cell with anything
+    // else in it, or that runs past the 64 bytes, goes through SplitCellUtf8.
+    // The look and the copies read at most 80 bytes ahead.
+    const __m128i vd = _mm_set1_epi8(static_cast<char>(delimiter));
+    const __m128i vq = _mm_set1_epi8(static_cast<char>(quote));
+    while (end - s >= 80) {
+      const PieceMasks m = MaskPiece(s, vd, vq);
+      const uint64_t stops = m.delimiter | m.lineEnd | m.other;
+      unsigned off = 0;  // where the cell at hand starts
+      while (off < 64) {
+        const uint64_t ahead = stops >> off;
+        if (ahead == 0) break;
+        const unsigned q = off + static_cast<unsigned>(__builtin_ctzll(ahead));
+        const uint64_t bit = uint64_t{1} << q;
+        if (m.other & bit) break;
+        WidenAscii(s + off, q - off, o);
+        o += q - off;
+        if (m.lineEnd & bit) {
+          if (q > off) *e++ = static_cast<uint32_t>(o - text);  // else the line is empty
+          stop = reinterpret_cast<const char*>(s + q);
+          return static_cast<size_t>(e - ends);
         }
-        s += DecodeUtf8At(s, end, o);
+        *e++ = static_cast<uint32_t>(o - text);
+        if (IsByteLineEnd(s[q + 1])) {
+          *e++ = static_cast<uint32_t>(o - text);
+          stop = reinterpret_cast<const char*>(s + q + 1);
+          return static_cast<size_t>(e - ends);
+        }
+        off = q + 1;
       }
-    } else {
-      for (;;) {
-        CopyAsciiUntil(s, end, o, delimiter);
-        if (s >= end || *s < 0x80) break;  // the delimiter, a line break or the end
-        s += DecodeUtf8At(s, end, o);
-      }
+      s += off;
+      if (off < 64) break;
     }
-    *e++ = static_cast<uint32_t>(o - text);
-    if (s < end && *s == delimiter) {
-      ++s;
-      // A delimiter that ends the line leaves one empty cell behind it.
-      if (s == end || IsByteLineEnd(*s)) *e++ = static_cast<uint32_t>(o - text);
-    }
+#endif
+    if (s >= end || IsByteLineEnd(*s)) break;
+    SplitCellUtf8(s, end, delimiter, quote, o, text, e);
   }
   stop = reinterpret_cast<const char*>(s);
   return static_cast<size_t>(e - ends);
