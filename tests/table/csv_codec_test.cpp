@@ -397,7 +397,8 @@ TEST(CsvFiles, DirectUtf8ReadingMatchesDecodedText) {
   };
   const std::string pieces[] = {";", ";", "\"", "\"\"", ",", "'", "\r\n", "\n", "\r", " ", "\t", "abc",
                                 "\xC3\xA9", "\xE4\xB8\xAD", "\xF0\x9F\x98\x80", "\xC3", "\xE2\x82", "\x80",
-                                "\xFF", "\xED\xA0\x80", "0123456789abcdefghij"};
+                                "\xFF", "\xED\xA0\x80", "0123456789abcdefghij",
+                                std::string(70, 'x')};
   std::mt19937 random(2024);
   TempFolder folder;
   for (int round = 0; round < 12; ++round) {
