@@ -158,12 +158,13 @@ inline void CopyAsciiUntil(const uint8_t*& s, const uint8_t* end, char16_t*& o, 
   while (s < end && *s < 0x80 && *s != stop && !IsByteLineEnd(*s)) *o++ = *s++;
 }
 
-// One cell from `s`, which is no line end: its text goes to `o` and its end
-// to `e`. A delimiter after it is stepped over, and leaves an empty cell
-// behind when the line ends right after it.
-inline void SplitCellUtf8(const uint8_t*& s, const uint8_t* end, uint8_t delimiter, uint8_t quote, char16_t*& o,
-                          const char16_t* text, uint32_t*& e) {
-  if (quote != 0 && *s == quote) {
+// One cell from `s`: its text goes to `o` and its end to `e`. A delimiter
+// after it is stepped over, and leaves an empty cell behind when the line
+// ends right after it. A `continued` cell began before `s`, so a quote
+// character at `s` is part of its text.
+inline void SplitCellUtf8(const uint8_t*& s, const uint8_t* end, uint8_t delimiter, uint8_t quote, bool continued,
+                          char16_t*& o, const char16_t* text, uint32_t*& e) {
+  if (!continued && quote != 0 && *s == quote) {
     ++s;
     for (;;) {
       CopyAsciiUntil(s, end, o, quote);
@@ -235,51 +236,93 @@ inline void WidenAscii(const uint8_t* p, size_t n, char16_t* o) {
 
 size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& f, char16_t* text, uint32_t* ends,
                      const char*& stop) {
-  const auto* s = reinterpret_cast<const uint8_t*>(bytes);
+  const auto* line = reinterpret_cast<const uint8_t*>(bytes);
+  const auto* s = line;
   const auto* end = reinterpret_cast<const uint8_t*>(endBytes);
   const auto delimiter = static_cast<uint8_t>(f.delimiter);
   const auto quote = static_cast<uint8_t>(f.quote);
   char16_t* o = text;
   uint32_t* e = ends;
+  bool continued = false;  // the cell at hand began before `s`
   for (;;) {
 #if defined(__SSE2__)
-    // Cells of plain ASCII are found 64 bytes a look, from where the masks
-    // show their ends, rather than one after the other. A cell with anything
-    // else in it, or that runs past the 64 bytes, goes through SplitCellUtf8.
-    // The look and the copies read at most 80 bytes ahead.
+    // The line is looked at 64 bytes at a time; the masks show where cells
+    // end, so cells are cut without going byte by byte. Only a quoted cell
+    // goes through SplitCellUtf8, and so does the end of the text, as a look
+    // reads up to 80 bytes ahead.
     const __m128i vd = _mm_set1_epi8(static_cast<char>(delimiter));
     const __m128i vq = _mm_set1_epi8(static_cast<char>(quote));
+    bool quoted = false;
     while (end - s >= 80) {
       const PieceMasks m = MaskPiece(s, vd, vq);
-      const uint64_t stops = m.delimiter | m.lineEnd | m.other;
-      unsigned off = 0;  // where the cell at hand starts
-      while (off < 64) {
-        const uint64_t ahead = stops >> off;
-        if (ahead == 0) break;
-        const unsigned q = off + static_cast<unsigned>(__builtin_ctzll(ahead));
+      unsigned from = 0;  // the first byte not yet taken
+      int cellStart = continued ? -1 : 0;
+      if ((m.other | m.lineEnd) == 0) {
+        // Plain ASCII: one cell per delimiter. A delimiter on the last byte is
+        // left to the loop below, which looks at the byte after it.
+        for (uint64_t d = m.delimiter & (~uint64_t{0} >> 1); d != 0; d &= d - 1) {
+          const auto q = static_cast<unsigned>(__builtin_ctzll(d));
+          WidenAscii(s + from, q - from, o);
+          o += q - from;
+          *e++ = static_cast<uint32_t>(o - text);
+          from = q + 1;
+          cellStart = static_cast<int>(from);
+        }
+      }
+      uint64_t stops = (m.delimiter | m.lineEnd | m.other) & (~uint64_t{0} << from);
+      while (stops != 0) {
+        const auto q = static_cast<unsigned>(__builtin_ctzll(stops));
         const uint64_t bit = uint64_t{1} << q;
-        if (m.other & bit) break;
-        WidenAscii(s + off, q - off, o);
-        o += q - off;
-        if (m.lineEnd & bit) {
-          if (q > off) *e++ = static_cast<uint32_t>(o - text);  // else the line is empty
+        stops &= stops - 1;
+        if ((m.other & bit) && static_cast<int>(q) == cellStart && s[q] == quote) {
+          quoted = true;  // a quoted cell, from `from`
+          break;
+        }
+        if (m.delimiter & bit) {
+          WidenAscii(s + from, q - from, o);
+          o += q - from;
+          *e++ = static_cast<uint32_t>(o - text);
+          if (IsByteLineEnd(s[q + 1])) {
+            *e++ = static_cast<uint32_t>(o - text);  // the empty cell after a delimiter that ends the line
+            stop = reinterpret_cast<const char*>(s + q + 1);
+            return static_cast<size_t>(e - ends);
+          }
+          from = q + 1;
+          cellStart = static_cast<int>(from);
+        } else if (m.lineEnd & bit) {
+          WidenAscii(s + from, q - from, o);
+          o += q - from;
+          if (s + q != line) *e++ = static_cast<uint32_t>(o - text);  // else the line is empty
           stop = reinterpret_cast<const char*>(s + q);
           return static_cast<size_t>(e - ends);
+        } else if (s[q] >= 0x80) {
+          WidenAscii(s + from, q - from, o);
+          o += q - from;
+          from = q + static_cast<unsigned>(DecodeUtf8At(s + q, end, o));
+          if (from >= 64) break;
+          stops &= ~uint64_t{0} << from;
         }
-        *e++ = static_cast<uint32_t>(o - text);
-        if (IsByteLineEnd(s[q + 1])) {
-          *e++ = static_cast<uint32_t>(o - text);
-          stop = reinterpret_cast<const char*>(s + q + 1);
-          return static_cast<size_t>(e - ends);
-        }
-        off = q + 1;
+        // Else a quote character inside a cell: text like any other.
       }
-      s += off;
-      if (off < 64) break;
+      if (quoted) {
+        s += from;
+        continued = false;
+        break;
+      }
+      // What is left of the piece belongs to the cell at hand.
+      if (from < 64) {
+        WidenAscii(s + from, 64 - from, o);
+        o += 64 - from;
+        from = 64;
+      }
+      continued = cellStart != static_cast<int>(from);
+      s += from;
     }
 #endif
+    if (!continued && (s >= end || IsByteLineEnd(*s))) break;
+    SplitCellUtf8(s, end, delimiter, quote, continued, o, text, e);
+    continued = false;
     if (s >= end || IsByteLineEnd(*s)) break;
-    SplitCellUtf8(s, end, delimiter, quote, o, text, e);
   }
   stop = reinterpret_cast<const char*>(s);
   return static_cast<size_t>(e - ends);
