@@ -257,10 +257,12 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
       const PieceMasks m = MaskPiece(s, vd, vq);
       unsigned from = 0;  // the first byte not yet taken
       int cellStart = continued ? -1 : 0;
-      if ((m.other | m.lineEnd) == 0) {
-        // Plain ASCII: one cell per delimiter. A delimiter on the last byte is
-        // left to the loop below, which looks at the byte after it.
-        for (uint64_t d = m.delimiter & (~uint64_t{0} >> 1); d != 0; d &= d - 1) {
+      uint64_t delimiters = m.delimiter;
+      uint64_t others = m.lineEnd | m.other;  // what lies ahead that is no delimiter
+      for (;;) {
+        // The delimiters before the next other byte each end a cell.
+        const uint64_t before = others ? (others & (~others + 1)) - 1 : ~uint64_t{0};
+        for (uint64_t d = delimiters & before; d != 0; d &= d - 1) {
           const auto q = static_cast<unsigned>(__builtin_ctzll(d));
           WidenAscii(s + from, q - from, o);
           o += q - from;
@@ -268,41 +270,32 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
           from = q + 1;
           cellStart = static_cast<int>(from);
         }
-      }
-      uint64_t stops = (m.delimiter | m.lineEnd | m.other) & (~uint64_t{0} << from);
-      while (stops != 0) {
-        const auto q = static_cast<unsigned>(__builtin_ctzll(stops));
+        delimiters &= ~before;
+        if (others == 0) break;
+        const auto q = static_cast<unsigned>(__builtin_ctzll(others));
+        others &= others - 1;
         const uint64_t bit = uint64_t{1} << q;
-        stops &= stops - 1;
-        if ((m.other & bit) && static_cast<int>(q) == cellStart && s[q] == quote) {
-          quoted = true;  // a quoted cell, from `from`
-          break;
-        }
-        if (m.delimiter & bit) {
-          WidenAscii(s + from, q - from, o);
-          o += q - from;
-          *e++ = static_cast<uint32_t>(o - text);
-          if (IsByteLineEnd(s[q + 1])) {
-            *e++ = static_cast<uint32_t>(o - text);  // the empty cell after a delimiter that ends the line
-            stop = reinterpret_cast<const char*>(s + q + 1);
-            return static_cast<size_t>(e - ends);
-          }
-          from = q + 1;
-          cellStart = static_cast<int>(from);
-        } else if (m.lineEnd & bit) {
+        if (m.lineEnd & bit) {
+          // Also right after a delimiter: the empty cell that ends the line.
           WidenAscii(s + from, q - from, o);
           o += q - from;
           if (s + q != line) *e++ = static_cast<uint32_t>(o - text);  // else the line is empty
           stop = reinterpret_cast<const char*>(s + q);
           return static_cast<size_t>(e - ends);
-        } else if (s[q] >= 0x80) {
-          WidenAscii(s + from, q - from, o);
-          o += q - from;
-          from = q + static_cast<unsigned>(DecodeUtf8At(s + q, end, o));
-          if (from >= 64) break;
-          stops &= ~uint64_t{0} << from;
         }
-        // Else a quote character inside a cell: text like any other.
+        if (s[q] < 0x80) {
+          if (static_cast<int>(q) == cellStart) {
+            quoted = true;  // a quoted cell, from `from`
+            break;
+          }
+          continue;  // a quote character inside a cell: text like any other
+        }
+        WidenAscii(s + from, q - from, o);
+        o += q - from;
+        from = q + static_cast<unsigned>(DecodeUtf8At(s + q, end, o));
+        if (from >= 64) break;
+        others &= ~uint64_t{0} << from;
+        delimiters &= ~uint64_t{0} << from;
       }
       if (quoted) {
         s += from;
@@ -319,7 +312,11 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
       s += from;
     }
 #endif
-    if (!continued && (s >= end || IsByteLineEnd(*s))) break;
+    if (!continued && (s >= end || IsByteLineEnd(*s))) {
+      // The line is empty, or a delimiter ended it: then an empty cell.
+      if (s != line) *e++ = static_cast<uint32_t>(o - text);
+      break;
+    }
     SplitCellUtf8(s, end, delimiter, quote, continued, o, text, e);
     continued = false;
     if (s >= end || IsByteLineEnd(*s)) break;
