@@ -195,11 +195,10 @@ inline void SplitCellUtf8(const uint8_t*& s, const uint8_t* end, uint8_t delimit
 }
 
 #if defined(__SSE2__)
-// Where in 64 bytes the delimiter, the line ends (CR, LF, 0) and the bytes
-// that only SplitCellUtf8 handles (the quote, bytes above 0x7F) lie.
+// Where in 64 bytes the delimiter lies, and the other bytes that end a run of
+// plain text: line ends (CR, LF, 0), the quote and bytes above 0x7F.
 struct PieceMasks {
   uint64_t delimiter = 0;
-  uint64_t lineEnd = 0;
   uint64_t other = 0;
 };
 
@@ -210,12 +209,12 @@ inline PieceMasks MaskPiece(const uint8_t* p, __m128i delimiter, __m128i quote) 
   PieceMasks m;
   for (int k = 0; k < 64; k += 16) {
     const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + k));
-    const __m128i lineEnd = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(v, cr), _mm_cmpeq_epi8(v, lf)), _mm_cmpeq_epi8(v, zero));
-    m.delimiter |= uint64_t{static_cast<uint16_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(v, delimiter)))} << k;
-    m.lineEnd |= uint64_t{static_cast<uint16_t>(_mm_movemask_epi8(lineEnd))} << k;
-    m.other |= uint64_t{static_cast<uint16_t>(_mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(v, quote), v)))} << k;
+    const __m128i d = _mm_cmpeq_epi8(v, delimiter);
+    const __m128i other = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(v, cr), _mm_cmpeq_epi8(v, lf)),
+                                       _mm_or_si128(_mm_cmpeq_epi8(v, zero), _mm_cmpeq_epi8(v, quote)));
+    m.delimiter |= uint64_t{static_cast<uint16_t>(_mm_movemask_epi8(d))} << k;
+    m.other |= uint64_t{static_cast<uint16_t>(_mm_movemask_epi8(_mm_or_si128(other, v)))} << k;  // sign bit: above 0x7F
   }
-  m.other &= ~m.lineEnd;  // with no quote character, 0 would count twice
   return m;
 }
 
@@ -253,12 +252,13 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
     const __m128i vd = _mm_set1_epi8(static_cast<char>(delimiter));
     const __m128i vq = _mm_set1_epi8(static_cast<char>(quote));
     bool quoted = false;
-    while (end - s >= 80) {
+    // A delimiter that is also the quote character is left to SplitCellUtf8.
+    while (end - s >= 80 && delimiter != quote) {
       const PieceMasks m = MaskPiece(s, vd, vq);
       unsigned from = 0;  // the first byte not yet taken
       int cellStart = continued ? -1 : 0;
       uint64_t delimiters = m.delimiter;
-      uint64_t others = m.lineEnd | m.other;  // what lies ahead that is no delimiter
+      uint64_t others = m.other;  // what lies ahead that is no delimiter
       for (;;) {
         // The delimiters before the next other byte each end a cell.
         const uint64_t before = others ? (others & (~others + 1)) - 1 : ~uint64_t{0};
@@ -274,8 +274,7 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
         if (others == 0) break;
         const auto q = static_cast<unsigned>(__builtin_ctzll(others));
         others &= others - 1;
-        const uint64_t bit = uint64_t{1} << q;
-        if (m.lineEnd & bit) {
+        if (IsByteLineEnd(s[q])) {
           // Also right after a delimiter: the empty cell that ends the line.
           WidenAscii(s + from, q - from, o);
           o += q - from;
