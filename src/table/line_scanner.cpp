@@ -195,27 +195,22 @@ inline void SplitCellUtf8(const uint8_t*& s, const uint8_t* end, uint8_t delimit
 }
 
 #if defined(__SSE2__)
-// Where in 64 bytes the delimiter lies, and the other bytes that end a run of
-// plain text: line ends (CR, LF, 0), the quote and bytes above 0x7F.
-struct PieceMasks {
-  uint64_t delimiter = 0;
-  uint64_t other = 0;
-};
-
-inline PieceMasks MaskPiece(const uint8_t* p, __m128i delimiter, __m128i quote) {
-  const __m128i cr = _mm_set1_epi8('\r');
-  const __m128i lf = _mm_set1_epi8('\n');
-  const __m128i zero = _mm_setzero_si128();
-  PieceMasks m;
+// Where in the 64 bytes at `p` the delimiter lies, and the other bytes that
+// may end a run of plain text: the quote and, in one signed compare, codes 0
+// to 13 (CR, LF and 0 among them) and bytes above 0x7F.
+inline void MaskPiece(const uint8_t* p, __m128i delimiter, __m128i quote, Utf8LookAhead& m) {
+  const __m128i fourteen = _mm_set1_epi8(14);
+  m.delimiter = 0;
+  m.other = 0;
   for (int k = 0; k < 64; k += 16) {
     const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + k));
     const __m128i d = _mm_cmpeq_epi8(v, delimiter);
-    const __m128i other = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(v, cr), _mm_cmpeq_epi8(v, lf)),
-                                       _mm_or_si128(_mm_cmpeq_epi8(v, zero), _mm_cmpeq_epi8(v, quote)));
+    // A delimiter below 14, such as the tab, counts as a delimiter only.
+    const __m128i other = _mm_andnot_si128(d, _mm_or_si128(_mm_cmplt_epi8(v, fourteen), _mm_cmpeq_epi8(v, quote)));
     m.delimiter |= uint64_t{static_cast<uint16_t>(_mm_movemask_epi8(d))} << k;
-    m.other |= uint64_t{static_cast<uint16_t>(_mm_movemask_epi8(_mm_or_si128(other, v)))} << k;  // sign bit: above 0x7F
+    m.other |= uint64_t{static_cast<uint16_t>(_mm_movemask_epi8(other))} << k;
   }
-  return m;
+  m.base = reinterpret_cast<const char*>(p);
 }
 
 // Widens the ASCII bytes [p, p + n) to `o` sixteen at a time, reading and
@@ -234,7 +229,7 @@ inline void WidenAscii(const uint8_t* p, size_t n, char16_t* o) {
 }  // namespace
 
 size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& f, char16_t* text, uint32_t* ends,
-                     const char*& stop) {
+                     const char*& stop, Utf8LookAhead& look) {
   const auto* line = reinterpret_cast<const uint8_t*>(bytes);
   const auto* s = line;
   const auto* end = reinterpret_cast<const uint8_t*>(endBytes);
@@ -248,17 +243,27 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
     // The line is looked at 64 bytes at a time; the masks show where cells
     // end, so cells are cut without going byte by byte. Only a quoted cell
     // goes through SplitCellUtf8, and so does the end of the text, as a look
-    // reads up to 80 bytes ahead.
+    // reads up to 80 bytes ahead. A line mostly starts within the last look
+    // of the line before, which then serves again.
     const __m128i vd = _mm_set1_epi8(static_cast<char>(delimiter));
     const __m128i vq = _mm_set1_epi8(static_cast<char>(quote));
+    const auto* lookBase = reinterpret_cast<const uint8_t*>(look.base);
     bool quoted = false;
     // A delimiter that is also the quote character is left to SplitCellUtf8.
-    while (end - s >= 80 && delimiter != quote) {
-      const PieceMasks m = MaskPiece(s, vd, vq);
+    while (delimiter != quote) {
       unsigned from = 0;  // the first byte not yet taken
-      int cellStart = continued ? -1 : 0;
-      uint64_t delimiters = m.delimiter;
-      uint64_t others = m.other;  // what lies ahead that is no delimiter
+      if (lookBase != nullptr && s >= lookBase && s - lookBase < 64 && !continued) {
+        from = static_cast<unsigned>(s - lookBase);
+        s = lookBase;
+      } else if (end - s >= 80) {
+        MaskPiece(s, vd, vq, look);
+      } else {
+        break;
+      }
+      lookBase = nullptr;
+      int cellStart = continued ? -1 : static_cast<int>(from);
+      uint64_t delimiters = look.delimiter & (~uint64_t{0} << from);
+      uint64_t others = look.other & (~uint64_t{0} << from);  // what lies ahead that is no delimiter
       for (;;) {
         // The delimiters before the next other byte each end a cell.
         const uint64_t before = others ? (others & (~others + 1)) - 1 : ~uint64_t{0};
@@ -274,7 +279,8 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
         if (others == 0) break;
         const auto q = static_cast<unsigned>(__builtin_ctzll(others));
         others &= others - 1;
-        if (IsByteLineEnd(s[q])) {
+        const uint8_t c = s[q];
+        if (IsByteLineEnd(c)) {
           // Also right after a delimiter: the empty cell that ends the line.
           WidenAscii(s + from, q - from, o);
           o += q - from;
@@ -282,19 +288,19 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
           stop = reinterpret_cast<const char*>(s + q);
           return static_cast<size_t>(e - ends);
         }
-        if (s[q] < 0x80) {
-          if (static_cast<int>(q) == cellStart) {
-            quoted = true;  // a quoted cell, from `from`
-            break;
-          }
-          continue;  // a quote character inside a cell: text like any other
+        if (c >= 0x80) {
+          WidenAscii(s + from, q - from, o);
+          o += q - from;
+          from = q + static_cast<unsigned>(DecodeUtf8At(s + q, end, o));
+          if (from >= 64) break;
+          others &= ~uint64_t{0} << from;
+          delimiters &= ~uint64_t{0} << from;
+        } else if (c == quote && static_cast<int>(q) == cellStart) {
+          quoted = true;  // a quoted cell, from `from`
+          break;
         }
-        WidenAscii(s + from, q - from, o);
-        o += q - from;
-        from = q + static_cast<unsigned>(DecodeUtf8At(s + q, end, o));
-        if (from >= 64) break;
-        others &= ~uint64_t{0} << from;
-        delimiters &= ~uint64_t{0} << from;
+        // Else a control character, or a quote inside a cell: text like any
+        // other (a delimiter among them is still ahead in `delimiters`).
       }
       if (quoted) {
         s += from;

@@ -44,13 +44,23 @@ size_t SplitLineInto(std::u16string_view line, const TextFormat& format, char16_
 // delimiter and quote character (or none) below 0x80 that are no line break.
 bool CanSplitUtf8(const TextFormat& format);
 
+// What SplitUtf8Line last saw of 64 bytes of text, kept for the next line,
+// which mostly starts among them. Start with an empty one, and empty it
+// whenever the text moves or changes.
+struct Utf8LookAhead {
+  const char* base = nullptr;
+  uint64_t delimiter = 0;  // one bit a byte
+  uint64_t other = 0;
+};
+
 // Splits the line that starts at `bytes` straight from UTF-8, as decoding
 // the bytes and then SplitLineInto would. The line ends at CR, LF, a byte 0
 // or `end`; `stop` is set to that place. `text` needs room for
 // (end - bytes) + 16 units and `ends` for (end - bytes) + 2 entries. Returns
-// the number of cells.
+// the number of cells. Each call with the same text, format and `end`
+// passes the same `look`.
 size_t SplitUtf8Line(const char* bytes, const char* end, const TextFormat& format, char16_t* text, uint32_t* ends,
-                     const char*& stop);
+                     const char*& stop, Utf8LookAhead& look);
 
 // Appends the record joined as JoinDelimited joins it.
 void AppendJoinedRecord(const Record& record, const TextFormat& format, std::u16string& out);

@@ -203,7 +203,7 @@ class FileLines final : public CsvLineSource {
         const size_t room = static_cast<size_t>(end - line);
         const char* stop = nullptr;
         count = SplitUtf8Line(line, end, splitter.Format(), splitter.TextRoom(room + 16),
-                              splitter.EndsRoom(std::max(room + 2, minCells)), stop);
+                              splitter.EndsRoom(std::max(room + 2, minCells)), stop, look_);
         if (stop < end && *stop == 0) {
           // A character 0 ends the text; a line cut short by it still counts.
           ended_ = true;
@@ -293,6 +293,7 @@ class FileLines final : public CsvLineSource {
   }
 
   void LoadPiece() {
+    look_ = Utf8LookAhead();
     // Drop the piece just used; what was read beyond it moves to the front.
     if (consumed_) {
       held_ -= consumed_;
@@ -348,6 +349,7 @@ class FileLines final : public CsvLineSource {
   size_t consumed_ = 0;  // bytes of the current piece, dropped at the next load
   size_t pos_ = 0;       // direct reading: the next line's first byte
   size_t pieceEnd_ = 0;
+  Utf8LookAhead look_;            // direct reading: kept from line to line of a piece
   RawBuffer<char16_t> text_;      // decoded piece
   RawBuffer<char16_t> lineText_;  // one decoded line
   TextLineCursor cursor_;
