@@ -216,12 +216,14 @@ inline void MaskPiece(const uint8_t* p, __m128i delimiter, __m128i quote, Utf8Lo
 // Widens the ASCII bytes [p, p + n) to `o` sixteen at a time, reading and
 // storing up to fifteen past them.
 inline void WidenAscii(const uint8_t* p, size_t n, char16_t* o) {
-  const __m128i zero = _mm_setzero_si128();
-  for (size_t k = 0;; k += 16) {
-    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + k));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(o + k), _mm_unpacklo_epi8(v, zero));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(o + k + 8), _mm_unpackhi_epi8(v, zero));
-    if (k + 16 >= n) break;
+  auto widen16 = [](const uint8_t* from, char16_t* to) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), _mm_unpacklo_epi8(v, _mm_setzero_si128()));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to + 8), _mm_unpackhi_epi8(v, _mm_setzero_si128()));
+  };
+  widen16(p, o);
+  if (n > 16) {
+    for (size_t k = 16; k < n; k += 16) widen16(p + k, o + k);
   }
 }
 #endif
@@ -267,15 +269,19 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
       for (;;) {
         // The delimiters before the next other byte each end a cell.
         const uint64_t before = others ? (others & (~others + 1)) - 1 : ~uint64_t{0};
-        for (uint64_t d = delimiters & before; d != 0; d &= d - 1) {
-          const auto q = static_cast<unsigned>(__builtin_ctzll(d));
-          WidenAscii(s + from, q - from, o);
-          o += q - from;
-          *e++ = static_cast<uint32_t>(o - text);
-          from = q + 1;
+        if (const uint64_t run = delimiters & before; run != 0) {
+          auto units = static_cast<uint32_t>(o - text);
+          for (uint64_t d = run; d != 0; d &= d - 1) {
+            const auto q = static_cast<unsigned>(__builtin_ctzll(d));
+            WidenAscii(s + from, q - from, text + units);
+            units += q - from;
+            *e++ = units;
+            from = q + 1;
+          }
+          o = text + units;
           cellStart = static_cast<int>(from);
+          delimiters &= ~before;
         }
-        delimiters &= ~before;
         if (others == 0) break;
         const auto q = static_cast<unsigned>(__builtin_ctzll(others));
         others &= others - 1;

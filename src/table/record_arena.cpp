@@ -6,13 +6,7 @@
 
 namespace qm {
 
-void* RecordArena::Allocate(size_t bytes) {
-  bytes = (bytes + 3) & ~size_t{3};
-  if (static_cast<size_t>(end_ - next_) >= bytes) {
-    void* block = next_;
-    next_ += bytes;
-    return block;
-  }
+void* RecordArena::AllocateAnew(size_t bytes) {
   if (bytes > kLastChunkBytes / 4) {
     // A record of its own; the current chunk stays open.
     own_.reserve(own_.size() + 1);  // so that recording the block cannot fail

@@ -18,7 +18,13 @@ class RecordArena {
   ~RecordArena() { Clear(); }
 
   // `bytes` of memory aligned for 32-bit values, valid until Clear() or Rewind().
-  void* Allocate(size_t bytes);
+  void* Allocate(size_t bytes) {
+    bytes = (bytes + 3) & ~size_t{3};
+    if (static_cast<size_t>(end_ - next_) < bytes) return AllocateAnew(bytes);
+    void* block = next_;
+    next_ += bytes;
+    return block;
+  }
   // Releases every chunk; the records that used them must be gone.
   void Clear() noexcept;
   // Forgets every allocation but keeps the chunks for the next ones; the
@@ -34,6 +40,8 @@ class RecordArena {
   };
   static constexpr size_t kFirstChunkBytes = size_t{64} << 10;
   static constexpr size_t kLastChunkBytes = size_t{4} << 20;
+  // Allocate() when the current chunk has no room left.
+  void* AllocateAnew(size_t bytes);
   static void Free(std::vector<Chunk>& chunks, size_t from) noexcept;
 
   std::vector<Chunk> chunks_;  // in the order they are filled
