@@ -19,12 +19,6 @@ inline const char16_t* FindQuoteTrigger(std::u16string_view text, const TextForm
                   : simd::FindBlankOr2(text.data(), end, f.quote, f.delimiter);
 }
 
-// Mirrors the writer's rule, including that a character 0 ends the check.
-inline bool NeedsQuotes(std::u16string_view cell, const TextFormat& f) {
-  const char16_t* hit = FindQuoteTrigger(cell, f);
-  return hit != cell.data() + cell.size() && *hit != 0;
-}
-
 }  // namespace
 
 bool TextLineCursor::Next(std::u16string_view& line) {
@@ -408,27 +402,15 @@ char16_t* WriteJoinedRecord(const Record& record, const TextFormat& f, char16_t*
   const char16_t* text = all.data();
   const char16_t* limit = text + all.size();
   const char16_t* trigger = quote == 0 ? limit : FindQuoteTrigger(all, f);
-  const ptrdiff_t lastLoad = static_cast<ptrdiff_t>(all.size()) - 16;  // where a sixteen-unit load may start
-  ptrdiff_t begin = 0;
+  const char16_t* begin = text;
   for (int32_t k = 0; k < count; ++k) {
-    const ptrdiff_t end = cells.End(k);
-    if (trigger >= text + end) {
-#if defined(__SSE2__)
-      if (end - begin <= 16 && begin <= lastLoad) {
-        // Most cells: two loads and two stores, whatever their length.
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(out), simd::Load(text + begin));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(out + 8), simd::Load(text + begin + 8));
-        out += end - begin;
-      } else
-#endif
-      {
-        out = CopyUnits(text + begin, text + end, out, limit);
-      }
+    const char16_t* end = text + cells.End(k);
+    if (trigger >= end) {
+      out = CopyUnits(begin, end, out, limit);
     } else {
       // A character 0 ends the check: such a cell goes out as it is.
-      out = *trigger != 0 ? CopyQuoted(text + begin, text + end, quote, out, limit)
-                          : CopyUnits(text + begin, text + end, out, limit);
-      trigger = FindQuoteTrigger(std::u16string_view(text + end, static_cast<size_t>(limit - text - end)), f);
+      out = *trigger != 0 ? CopyQuoted(begin, end, quote, out, limit) : CopyUnits(begin, end, out, limit);
+      trigger = FindQuoteTrigger(std::u16string_view(end, static_cast<size_t>(limit - end)), f);
     }
     // Every cell is followed by the delimiter, the last one's taken back.
     *out++ = delimiter;
