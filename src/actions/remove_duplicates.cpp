@@ -32,21 +32,26 @@ class RowKeys {
  public:
   explicit RowKeys(bool caseSensitive) : fold_(!caseSensitive) {}
 
+  // A record keeps its cells back to back: with equal cell lengths (where
+  // the cells end), equal texts mean equal cells, so the text is hashed and
+  // compared in one piece.
   uint64_t Hash(const Record& record) {
-    uint64_t h = static_cast<uint64_t>(record.Count()) * kMultiplier;
-    for (int32_t k = 0; k < record.Count(); ++k) h = Mix(h ^ record.Cell(k).size());
-    const std::u16string_view text = Text(record);
+    const Record::Cells cells = record.AllCells();
+    uint64_t h = static_cast<uint64_t>(cells.Count()) * kMultiplier;
+    for (int32_t k = 0; k < cells.Count(); ++k) h = Mix(h ^ cells.End(k));
+    const std::u16string_view text = cells.All();
     if (!fold_) return Finish(HashUnits<false>(text, h));
     if (IsAscii(text)) return Finish(HashUnits<true>(text, h));
     return Finish(HashUnits<false>(Folded(record, scratch_), h));
   }
 
   bool Equal(const Record& a, const Record& b) {
-    if (a.Count() != b.Count()) return false;
-    for (int32_t k = 0; k < a.Count(); ++k) {
-      if (a.Cell(k).size() != b.Cell(k).size()) return false;
+    const Record::Cells ca = a.AllCells(), cb = b.AllCells();
+    if (ca.Count() != cb.Count()) return false;
+    for (int32_t k = 0; k < ca.Count(); ++k) {
+      if (ca.End(k) != cb.End(k)) return false;
     }
-    return fold_ ? Folded(a, scratch_) == Folded(b, other_) : Text(a) == Text(b);
+    return fold_ ? Folded(a, scratch_) == Folded(b, other_) : ca.All() == cb.All();
   }
 
  private:
@@ -63,14 +68,6 @@ class RowKeys {
     h ^= h >> 33;
     h *= 0xC4CEB9FE1A85EC53ull;
     return h ^ (h >> 33);
-  }
-
-  // A record keeps its cells back to back: with equal cell lengths, equal
-  // texts mean equal cells, so the text is hashed and compared in one piece.
-  static std::u16string_view Text(const Record& record) {
-    if (record.Count() == 0) return {};
-    const std::u16string_view first = record.Cell(0), last = record.Cell(record.Count() - 1);
-    return {first.data(), static_cast<size_t>(last.data() + last.size() - first.data())};
   }
 
   static bool IsAscii(std::u16string_view cell) {
@@ -115,7 +112,8 @@ class RowKeys {
   // ASCII units are folded at once; other units go through the full folding
   // in runs, which never split a surrogate pair.
   static std::u16string_view Folded(const Record& record, std::u16string& buffer) {
-    const std::u16string_view text = Text(record);
+    const Record::Cells cells = record.AllCells();
+    const std::u16string_view text = cells.All();
     const size_t n = text.size();
     buffer.resize(n);
     const char16_t* in = text.data();
@@ -143,9 +141,8 @@ class RowKeys {
     }
     // A high surrogate ending one cell and a low one starting the next were
     // folded as a pair above; folded apart, as the key has them, they stay.
-    size_t end = 0;
-    for (int32_t k = 0; k + 1 < record.Count(); ++k) {
-      end += record.Cell(k).size();
+    for (int32_t k = 0; k + 1 < cells.Count(); ++k) {
+      const size_t end = cells.End(k);
       if (end > 0 && end < n && IsHighSurrogate(in[end - 1]) && IsLowSurrogate(in[end])) {
         out[end - 1] = in[end - 1];
         out[end] = in[end];

@@ -2,6 +2,10 @@
 
 #include <cstdint>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 namespace qm {
 
 namespace {
@@ -66,33 +70,65 @@ std::u16string Utf8ToUtf16(std::string_view in) {
   return out;
 }
 
-std::string Utf16ToUtf8(std::u16string_view in) {
-  std::string out;
-  out.reserve(in.size());
-  for (size_t i = 0; i < in.size(); ++i) {
-    uint32_t cp = in[i];
-    if (cp >= 0xD800 && cp <= 0xDBFF && i + 1 < in.size() && in[i + 1] >= 0xDC00 && in[i + 1] <= 0xDFFF) {
-      cp = 0x10000 + ((cp - 0xD800) << 10) + (in[i + 1] - 0xDC00);
-      ++i;
-    } else if (cp >= 0xD800 && cp <= 0xDFFF) {
-      cp = kReplacement;
+size_t EncodeUtf8(const char16_t* s, size_t n, char* out) {
+  auto* o = reinterpret_cast<uint8_t*>(out);
+  size_t i = 0;
+  while (i < n) {
+#if defined(__SSE2__)
+    // Sixteen units a look: all ASCII goes out in one store, else the ASCII
+    // units before the first other one do. The store may pass what is kept,
+    // which stays within the 3 * n bytes of room while sixteen units remain.
+    const __m128i high = _mm_set1_epi16(static_cast<short>(0xFF80));
+    const __m128i zero = _mm_setzero_si128();
+    while (n - i >= 16) {
+      const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i));
+      const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i + 8));
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(o), _mm_packus_epi16(a, b));
+      const auto ascii = static_cast<unsigned>(_mm_movemask_epi8(
+          _mm_packs_epi16(_mm_cmpeq_epi16(_mm_and_si128(a, high), zero), _mm_cmpeq_epi16(_mm_and_si128(b, high), zero))));
+      if (ascii != 0xFFFF) {
+        const auto run = static_cast<size_t>(__builtin_ctz(~ascii));
+        o += run;
+        i += run;
+        break;
+      }
+      o += 16;
+      i += 16;
     }
+#endif
+    if (i >= n) break;
+    uint32_t cp = s[i++];
     if (cp < 0x80) {
-      out.push_back(static_cast<char>(cp));
-    } else if (cp < 0x800) {
-      out.push_back(static_cast<char>(0xC0 | (cp >> 6)));
-      out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
+      *o++ = static_cast<uint8_t>(cp);
+      continue;
+    }
+    if (cp >= 0xD800 && cp <= 0xDFFF) {
+      if (cp <= 0xDBFF && i < n && s[i] >= 0xDC00 && s[i] <= 0xDFFF) {
+        cp = 0x10000 + ((cp - 0xD800) << 10) + (s[i++] - 0xDC00u);
+      } else {
+        cp = kReplacement;
+      }
+    }
+    if (cp < 0x800) {
+      *o++ = static_cast<uint8_t>(0xC0 | (cp >> 6));
+      *o++ = static_cast<uint8_t>(0x80 | (cp & 0x3F));
     } else if (cp < 0x10000) {
-      out.push_back(static_cast<char>(0xE0 | (cp >> 12)));
-      out.push_back(static_cast<char>(0x80 | ((cp >> 6) & 0x3F)));
-      out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
+      *o++ = static_cast<uint8_t>(0xE0 | (cp >> 12));
+      *o++ = static_cast<uint8_t>(0x80 | ((cp >> 6) & 0x3F));
+      *o++ = static_cast<uint8_t>(0x80 | (cp & 0x3F));
     } else {
-      out.push_back(static_cast<char>(0xF0 | (cp >> 18)));
-      out.push_back(static_cast<char>(0x80 | ((cp >> 12) & 0x3F)));
-      out.push_back(static_cast<char>(0x80 | ((cp >> 6) & 0x3F)));
-      out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
+      *o++ = static_cast<uint8_t>(0xF0 | (cp >> 18));
+      *o++ = static_cast<uint8_t>(0x80 | ((cp >> 12) & 0x3F));
+      *o++ = static_cast<uint8_t>(0x80 | ((cp >> 6) & 0x3F));
+      *o++ = static_cast<uint8_t>(0x80 | (cp & 0x3F));
     }
   }
+  return static_cast<size_t>(o - reinterpret_cast<uint8_t*>(out));
+}
+
+std::string Utf16ToUtf8(std::u16string_view in) {
+  std::string out(3 * in.size(), '\0');
+  out.resize(EncodeUtf8(in.data(), in.size(), out.data()));
   return out;
 }
 

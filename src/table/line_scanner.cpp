@@ -234,6 +234,10 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
   char16_t* o = text;
   uint32_t* e = ends;
   bool continued = false;  // the cell at hand began before `s`
+#if defined(__SSE2__)
+  const __m128i vd = _mm_set1_epi8(static_cast<char>(delimiter));
+  const __m128i vq = _mm_set1_epi8(static_cast<char>(quote));
+#endif
   for (;;) {
 #if defined(__SSE2__)
     // The line is looked at 64 bytes at a time; the masks show where cells
@@ -241,8 +245,6 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
     // goes through SplitCellUtf8, and so does the end of the text, as a look
     // reads up to 80 bytes ahead. A line mostly starts within the last look
     // of the line before, which then serves again.
-    const __m128i vd = _mm_set1_epi8(static_cast<char>(delimiter));
-    const __m128i vq = _mm_set1_epi8(static_cast<char>(quote));
     const auto* lookBase = reinterpret_cast<const uint8_t*>(look.base);
     bool quoted = false;
     // A delimiter that is also the quote character is left to SplitCellUtf8.

@@ -6,6 +6,7 @@
 #include <emmintrin.h>
 #endif
 
+#include "core/utf.h"
 #include "platform/ansi_codepage.h"
 
 namespace qm {
@@ -114,62 +115,6 @@ size_t DecodeUtf8(const char* in, size_t n, char16_t* out) {
     i += DecodeUtf8Sequence(in + i, n - i, o);
   }
   return static_cast<size_t>(o - out);
-}
-
-size_t EncodeUtf8(const char16_t* s, size_t n, char* out) {
-  auto* o = reinterpret_cast<uint8_t*>(out);
-  size_t i = 0;
-  while (i < n) {
-#if defined(__SSE2__)
-    // Sixteen units a look: all ASCII goes out in one store, else the ASCII
-    // units before the first other one do. The store may pass what is kept,
-    // which stays within the 3 * n bytes of room while sixteen units remain.
-    const __m128i high = _mm_set1_epi16(static_cast<short>(0xFF80));
-    const __m128i zero = _mm_setzero_si128();
-    while (n - i >= 16) {
-      const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i));
-      const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i + 8));
-      _mm_storeu_si128(reinterpret_cast<__m128i*>(o), _mm_packus_epi16(a, b));
-      const auto ascii = static_cast<unsigned>(_mm_movemask_epi8(
-          _mm_packs_epi16(_mm_cmpeq_epi16(_mm_and_si128(a, high), zero), _mm_cmpeq_epi16(_mm_and_si128(b, high), zero))));
-      if (ascii != 0xFFFF) {
-        const auto run = static_cast<size_t>(__builtin_ctz(~ascii));
-        o += run;
-        i += run;
-        break;
-      }
-      o += 16;
-      i += 16;
-    }
-#endif
-    if (i >= n) break;
-    uint32_t cp = s[i++];
-    if (cp < 0x80) {
-      *o++ = static_cast<uint8_t>(cp);
-      continue;
-    }
-    if (cp >= 0xD800 && cp <= 0xDFFF) {
-      if (cp <= 0xDBFF && i < n && s[i] >= 0xDC00 && s[i] <= 0xDFFF) {
-        cp = 0x10000 + ((cp - 0xD800) << 10) + (s[i++] - 0xDC00u);
-      } else {
-        cp = kReplacement;
-      }
-    }
-    if (cp < 0x800) {
-      *o++ = static_cast<uint8_t>(0xC0 | (cp >> 6));
-      *o++ = static_cast<uint8_t>(0x80 | (cp & 0x3F));
-    } else if (cp < 0x10000) {
-      *o++ = static_cast<uint8_t>(0xE0 | (cp >> 12));
-      *o++ = static_cast<uint8_t>(0x80 | ((cp >> 6) & 0x3F));
-      *o++ = static_cast<uint8_t>(0x80 | (cp & 0x3F));
-    } else {
-      *o++ = static_cast<uint8_t>(0xF0 | (cp >> 18));
-      *o++ = static_cast<uint8_t>(0x80 | ((cp >> 12) & 0x3F));
-      *o++ = static_cast<uint8_t>(0x80 | ((cp >> 6) & 0x3F));
-      *o++ = static_cast<uint8_t>(0x80 | (cp & 0x3F));
-    }
-  }
-  return static_cast<size_t>(o - reinterpret_cast<uint8_t*>(out));
 }
 
 // ---- UTF-16 little-endian -------------------------------------------------
