@@ -1,7 +1,7 @@
 # Test helpers shared by both builds.
 #
-# qmcsv_add_unit_test(<name> <sources>...): a GoogleTest program linked with the
-# portable core; in the win64 build it runs under Wine.
+# qmcsv_add_unit_test(<name> <sources>... LINKS <libraries>...): a GoogleTest
+# program linked with the layers it tests; in the win64 build it runs under Wine.
 # qmcsv_wine_test(<test>...): lets win64 tests run under Wine (environment,
 # prepared prefix); qmcsv_add_unit_test calls it for its own test.
 include(GoogleTest)
@@ -47,8 +47,9 @@ add_library(qmcsv_test_main STATIC ${CMAKE_CURRENT_LIST_DIR}/../tests/test_main.
 target_link_libraries(qmcsv_test_main PUBLIC ${QMCSV_GTEST})
 
 function(qmcsv_add_unit_test name)
-  add_executable(${name} ${ARGN})
-  target_link_libraries(${name} PRIVATE qmcsv_core qmcsv_test_main qmcsv_warnings)
+  cmake_parse_arguments(T "" "" "LINKS" ${ARGN})
+  add_executable(${name} ${T_UNPARSED_ARGUMENTS})
+  target_link_libraries(${name} PRIVATE ${T_LINKS} qmcsv_test_main qmcsv_warnings)
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT ${QMCSV_UNIT_TEST_TIMEOUT})
   qmcsv_wine_test(${name})

@@ -6,7 +6,7 @@
 #include <map>
 #include <string>
 
-#include "plugin/host_abi.h"
+#include "abi/host_abi.h"
 
 namespace qmhost {
 

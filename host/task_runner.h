@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "plugin/host_abi.h"
+#include "abi/host_abi.h"
 #include "task_file.h"
 
 namespace qmhost {

@@ -2,9 +2,10 @@
 
 #include <string>
 
-#include "actions/action_support.h"
+#include "task/obtain_table.h"
+#include "task/step_support.h"
 #include "core/convert.h"
-#include "plugin/plugin_params.h"
+#include "boundary/plugin_params.h"
 #include "table/simple_csv_object.h"
 
 namespace qm {

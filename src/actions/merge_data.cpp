@@ -1,11 +1,11 @@
 #include "actions/merge_data.h"
 
-#include "actions/action_support.h"
+#include "task/step_support.h"
 #include "core/messages.h"
-#include "plugin/plugin_params.h"
-#include "table/csv_format_settings.h"
-#include "table/csv_source_settings.h"
-#include "table/job_table.h"
+#include "boundary/plugin_params.h"
+#include "task/step_settings.h"
+#include "task/step_settings.h"
+#include "task/job_table.h"
 #include "table/simple_csv_object.h"
 
 namespace qm {

@@ -1,7 +1,8 @@
 #include "actions/open_data.h"
 
-#include "actions/action_support.h"
-#include "plugin/plugin_params.h"
+#include "task/obtain_table.h"
+#include "task/step_support.h"
+#include "boundary/plugin_params.h"
 
 namespace qm {
 

@@ -2,11 +2,12 @@
 
 #include <string>
 
-#include "actions/action_support.h"
+#include "task/obtain_table.h"
+#include "task/step_support.h"
 #include "core/convert.h"
 #include "core/messages.h"
-#include "plugin/host_services.h"
-#include "plugin/plugin_params.h"
+#include "boundary/host_services.h"
+#include "boundary/plugin_params.h"
 #include "table/simple_csv_object.h"
 
 namespace qm {

@@ -4,14 +4,15 @@
 #include <string>
 #include <vector>
 
-#include "actions/action_support.h"
+#include "task/obtain_table.h"
+#include "task/step_support.h"
 #include "core/convert.h"
 #include "core/errors.h"
 #include "core/messages.h"
-#include "plugin/host_services.h"
-#include "plugin/plugin_params.h"
-#include "plugin/task_bridge.h"
-#include "table/delimited_text.h"
+#include "boundary/host_services.h"
+#include "boundary/plugin_params.h"
+#include "boundary/task_bridge.h"
+#include "core/delimited_text.h"
 #include "table/simple_csv_object.h"
 
 namespace qm {

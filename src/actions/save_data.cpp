@@ -3,15 +3,15 @@
 #include <exception>
 #include <string>
 
-#include "actions/action_support.h"
+#include "task/step_support.h"
 #include "core/errors.h"
 #include "core/messages.h"
 #include "platform/file_system.h"
-#include "plugin/host_services.h"
-#include "plugin/plugin_params.h"
-#include "table/csv_format_settings.h"
-#include "table/csv_target_settings.h"
-#include "table/job_table.h"
+#include "boundary/host_services.h"
+#include "boundary/plugin_params.h"
+#include "task/step_settings.h"
+#include "task/step_settings.h"
+#include "task/job_table.h"
 #include "table/simple_csv_object.h"
 
 namespace qm {

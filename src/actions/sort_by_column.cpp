@@ -1,9 +1,10 @@
 #include "actions/sort_by_column.h"
 
-#include "actions/action_support.h"
+#include "task/obtain_table.h"
+#include "task/step_support.h"
 #include "core/convert.h"
 #include "core/messages.h"
-#include "plugin/plugin_params.h"
+#include "boundary/plugin_params.h"
 #include "table/simple_csv_object.h"
 
 namespace qm {

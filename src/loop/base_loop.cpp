@@ -1,6 +1,6 @@
 #include "loop/base_loop.h"
 
-#include "plugin/host_abi.h"
+#include "abi/host_abi.h"
 
 namespace qm {
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-#include "plugin/task_bridge.h"
+#include "boundary/task_bridge.h"
 
 namespace qm {
 

@@ -3,13 +3,14 @@
 #include <memory>
 #include <string_view>
 
-#include "actions/action_support.h"
+#include "task/obtain_table.h"
+#include "task/step_support.h"
 #include "core/convert.h"
 #include "loop/csv_loop.h"
 #include "loop/stored_conditions.h"
-#include "plugin/host_services.h"
-#include "plugin/plugin_params.h"
-#include "table/delimited_text.h"
+#include "boundary/host_services.h"
+#include "boundary/plugin_params.h"
+#include "core/delimited_text.h"
 #include "table/record.h"
 #include "table/simple_csv_object.h"
 
@@ -109,7 +110,9 @@ bool ExecDataLoop(QmTaskBridge& task, TQMPluginParams& params) {
       if (json) {
         AppendRowAsJson(row, content);
       } else {
-        JoinDelimited(row, kCommaText, content);
+        JoinDelimited(
+            static_cast<size_t>(row.Count()), [&row](size_t k) { return row.Cell(static_cast<int32_t>(k)); }, kCommaText,
+            content);
       }
       SetVariable(lineVar, content);
     }

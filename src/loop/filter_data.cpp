@@ -3,10 +3,11 @@
 #include <string_view>
 #include <vector>
 
-#include "actions/action_support.h"
+#include "task/obtain_table.h"
+#include "task/step_support.h"
 #include "loop/record_filter.h"
 #include "loop/stored_conditions.h"
-#include "plugin/plugin_params.h"
+#include "boundary/plugin_params.h"
 #include "table/simple_csv_object.h"
 
 namespace qm {

@@ -3,7 +3,7 @@
 #include "core/case_fold.h"
 #include "core/convert.h"
 #include "core/errors.h"
-#include "table/delimited_text.h"
+#include "core/delimited_text.h"
 
 namespace qm {
 

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "loop/record_filter.h"
-#include "plugin/host_services.h"
-#include "plugin/param_parser.h"
+#include "boundary/host_services.h"
+#include "boundary/param_parser.h"
 
 namespace qm {
 

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <random>
 
+#include "boundary/host_services.h"
 #include "core/errors.h"
 #include "core/messages.h"
 #include "platform/host_window.h"
@@ -180,7 +181,10 @@ TAFPlugin::~TAFPlugin() {
   FreeHostRecords(appInfo_, actionInfos_);
   FreeHostRecords(appInfo_, eventInfos_);
   bridge_ = nullptr;
-  if (g_plugin == this) g_plugin = nullptr;
+  if (g_plugin == this) {
+    g_plugin = nullptr;
+    ClearHostApp();
+  }
 }
 
 TAction& TAFPlugin::AddAction() {
@@ -201,6 +205,7 @@ TAFPluginInfo* TAFPlugin::Initialize(const TAFAppInfo& appInfo) {
   moduleFileName_ = OwnModuleFileName();
   g_plugin = this;
   appInfo_ = appInfo;
+  SetHostApp(appInfo, ID);
 
   using T = TAFPluginThunks;
   std::memset(&pluginInfo_, 0, sizeof pluginInfo_);
@@ -265,12 +270,6 @@ TAFPluginInfo* TAFPlugin::Initialize(const TAFAppInfo& appInfo) {
   }
   g_initialised = true;
   return &pluginInfo_;
-}
-
-int32_t TAFPlugin::DefaultScale() const {
-  intptr_t scale = 0;
-  if (!QueryHostWindow(appInfo_.WHandle, kQmMsgHostSetting, kQmSettingScale, scale)) return 100;
-  return scale >= 100 && scale <= 250 ? static_cast<int32_t>(scale) : 100;
 }
 
 void* TAFPlugin::Bridge() {

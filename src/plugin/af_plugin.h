@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "plugin/host_abi.h"
-#include "plugin/task_bridge.h"
+#include "abi/host_abi.h"
+#include "boundary/task_bridge.h"
 
 namespace qm {
 
@@ -95,7 +95,6 @@ class TAFPlugin {
 
   const TAFAppInfo& AppInfo() const { return appInfo_; }
   const std::u16string& ModuleFileName() const { return moduleFileName_; }
-  int32_t DefaultScale() const;
   // The host's IQmBridge reference, fetched from the host window on first use.
   void* Bridge();
 

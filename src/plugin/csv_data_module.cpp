@@ -1,15 +1,15 @@
 #include "plugin/csv_data_module.h"
 
-#include "actions/action_table.h"
+#include "plugin/action_table.h"
 #include "core/errors.h"
 #include "core/messages.h"
 #include "platform/file_system.h"
 #include "platform/host_window.h"
 #include "platform/module_info.h"
 #include "plugin/csv_image.h"
-#include "plugin/host_services.h"
-#include "plugin/plugin_params.h"
-#include "table/job_table.h"
+#include "boundary/host_services.h"
+#include "boundary/plugin_params.h"
+#include "task/job_table.h"
 
 namespace qm {
 

@@ -2,8 +2,8 @@
 #include <memory>
 
 #include "plugin/csv_data_module.h"
-#include "plugin/param_parser.h"
-#include "plugin/version_compare.h"
+#include "boundary/param_parser.h"
+#include "boundary/version_compare.h"
 
 #ifdef _WIN32
 #define QMCSV_EXPORT __declspec(dllexport)

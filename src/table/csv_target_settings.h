@@ -1,22 +1,17 @@
 // Where Save Data writes the table: a host variable, a file, or both.
 #pragma once
 
-#include <cstdint>
 #include <string>
 
 #include "table/text_encoding.h"
 
 namespace qm {
 
-class TQMParamParser;
-
 struct TCSVTargetSettings {
-  std::u16string VarName;   // empty unless `savetovariable`; expanded
-  std::u16string FileName;  // empty unless `savetofile`; expanded
+  std::u16string VarName;   // empty: not saved to a variable
+  std::u16string FileName;  // empty: not saved to a file
   TextEncoding Encoding = TextEncoding::Default;
-  int32_t KeepFormat = -1;  // `notchangeformat`, 32-bit boolean, default true
+  bool KeepFormat = true;  // false: the step's own format replaces the table's
 };
-
-TCSVTargetSettings ReadTargetSettings(const TQMParamParser& params);
 
 }  // namespace qm

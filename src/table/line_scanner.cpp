@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "table/simd_scan.h"
+#include "core/simd_scan.h"
 #include "table/text_encoding.h"
 
 namespace qm {
@@ -20,24 +20,6 @@ inline const char16_t* FindQuoteTrigger(std::u16string_view text, const TextForm
 }
 
 }  // namespace
-
-bool TextLineCursor::Next(std::u16string_view& line) {
-  if (p_ >= end_) return false;
-  const char16_t* start = p_;
-  const char16_t* q = simd::FindAny3(start, end_, u'\n', u'\r', 0);
-  line = std::u16string_view(start, static_cast<size_t>(q - start));
-  if (q == end_) {
-    p_ = end_;
-    return true;
-  }
-  if (*q == 0) {
-    nul_ = true;
-    p_ = end_ = q;
-    return q != start;
-  }
-  p_ = (*q == 13 && q + 1 < end_ && q[1] == 10) ? q + 2 : q + 1;
-  return true;
-}
 
 size_t SplitLineInto(std::u16string_view line, const TextFormat& f, char16_t* text, uint32_t* ends) {
   const char16_t* s = line.data();

@@ -1,6 +1,5 @@
-// The fast paths of the CSV reader and writer: cutting text into lines,
-// splitting a line into a reusable scratch and appending a joined record to a
-// buffer. They follow SplitDelimited and JoinDelimited exactly; those stay the
+// The fast paths of the CSV reader and writer: splitting a line into a
+// reusable scratch and appending a joined record to a buffer. They follow SplitDelimited and JoinDelimited exactly; those stay the
 // plain reference versions.
 #pragma once
 
@@ -10,30 +9,10 @@
 #include <string_view>
 #include <vector>
 
-#include "table/delimited_text.h"
+#include "core/delimited_text.h"
 #include "table/record.h"
 
 namespace qm {
-
-// Walks text line by line: a line ends at CR LF, a lone CR or a lone LF (LF
-// CR is two breaks); a break at the very end adds no empty line; a character
-// 0 ends the text.
-class TextLineCursor {
- public:
-  TextLineCursor() = default;
-  TextLineCursor(const char16_t* begin, const char16_t* end) : p_(begin), end_(end) {}
-  explicit TextLineCursor(std::u16string_view text) : TextLineCursor(text.data(), text.data() + text.size()) {}
-
-  // The next line; false when the text is used up.
-  bool Next(std::u16string_view& line);
-  // True once a character 0 has ended the text.
-  bool EndedByNul() const noexcept { return nul_; }
-
- private:
-  const char16_t* p_ = nullptr;
-  const char16_t* end_ = nullptr;
-  bool nul_ = false;
-};
 
 // Splits `line` as SplitDelimited does, writing the cells back to back into
 // `text` and their end offsets into `ends`. `text` needs room for line.size()

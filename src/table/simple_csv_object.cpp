@@ -9,12 +9,11 @@
 #include "core/messages.h"
 #include "platform/file_system.h"
 #include "table/line_scanner.h"
+#include "core/text_lines.h"
 
 namespace qm {
 
 namespace {
-
-constexpr int32_t kTrue = -1;
 
 // Bytes read and decoded at a time: the table is built while the file
 // streams in, so the whole decoded text never sits in memory beside it.
@@ -360,26 +359,6 @@ class FileLines final : public CsvLineSource {
 };
 
 }  // namespace
-
-// ---- settings ------------------------------------------------------------------
-
-TCSVFormatInfo TSimpleCSVDataClass::GetFormatInfo() const noexcept {
-  TCSVFormatInfo info;
-  info.UTF8 = encoding_ == TextEncoding::UTF8 ? kTrue : 0;
-  info.HeaderLine = headerLine_ ? kTrue : 0;
-  info.QuoteChar = format_.quote;
-  info.Delimiter = format_.delimiter;
-  info.StrictDelimiter = format_.strict ? kTrue : 0;
-  return info;
-}
-
-void TSimpleCSVDataClass::SetFormatInfo(const TCSVFormatInfo& info) noexcept {
-  encoding_ = info.UTF8 ? TextEncoding::UTF8 : TextEncoding::Default;
-  headerLine_ = info.HeaderLine != 0;
-  format_.quote = info.QuoteChar;
-  format_.delimiter = info.Delimiter;
-  format_.strict = info.StrictDelimiter != 0;
-}
 
 template <typename Operation>
 bool TSimpleCSVDataClass::Guard(Operation&& operation) {

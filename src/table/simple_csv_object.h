@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "table/delimited_text.h"
+#include "core/delimited_text.h"
 #include "table/memory_data_storage.h"
 #include "table/record.h"
 #include "table/text_encoding.h"
@@ -16,16 +16,6 @@
 namespace qm {
 
 class CsvLineSource;
-
-// The format of a table in one piece. The flags are 32-bit booleans (0 false,
-// anything else true; -1 written for true).
-struct TCSVFormatInfo {
-  int32_t UTF8 = 0;  // the encoding is UTF-8 (else the default code page)
-  int32_t HeaderLine = 0;
-  char16_t QuoteChar = u'"';
-  char16_t Delimiter = u';';
-  int32_t StrictDelimiter = -1;
-};
 
 class TSimpleCSVDataClass {
  public:
@@ -55,8 +45,6 @@ class TSimpleCSVDataClass {
   // Delimiter, quote character and strict flag as one line format.
   TextFormat Format() const noexcept { return format_; }
 
-  TCSVFormatInfo GetFormatInfo() const noexcept;
-  void SetFormatInfo(const TCSVFormatInfo& info) noexcept;
 
   // Text of the last failure; a success leaves it as it was.
   const std::u16string& LastError() const noexcept { return lastError_; }

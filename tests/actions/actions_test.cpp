@@ -16,9 +16,9 @@
 #include "core/case_fold.h"
 #include "core/convert.h"
 #include "core/utf.h"
-#include "plugin/plugin_params.h"
-#include "table/delimited_text.h"
-#include "table/job_table.h"
+#include "boundary/plugin_params.h"
+#include "core/delimited_text.h"
+#include "task/job_table.h"
 #include "table/simple_csv_object.h"
 #include "test_host.h"
 

@@ -13,7 +13,7 @@
 #include "loop/filter_data.h"
 #include "loop/record_filter.h"
 #include "test_host.h"
-#include "table/job_table.h"
+#include "task/job_table.h"
 #include "table/record.h"
 #include "table/simple_csv_object.h"
 

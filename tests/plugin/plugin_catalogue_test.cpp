@@ -8,7 +8,7 @@
 
 #include "core/errors.h"
 #include "plugin/af_plugin.h"
-#include "plugin/plugin_params.h"
+#include "boundary/plugin_params.h"
 
 namespace qm {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "core/convert.h"
 #include "plugin/csv_data_module.h"
-#include "table/job_table.h"
+#include "task/job_table.h"
 
 namespace qm::test {
 

@@ -12,8 +12,8 @@
 #include <string_view>
 #include <vector>
 
-#include "plugin/host_abi.h"
-#include "plugin/task_bridge.h"
+#include "abi/host_abi.h"
+#include "boundary/task_bridge.h"
 
 namespace qm::test {
 

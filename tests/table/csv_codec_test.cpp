@@ -226,27 +226,6 @@ TEST(CsvWriter, WritesWithTheSettingsAtSaveTime) {
   EXPECT_EQ(text, u"");
 }
 
-TEST(CsvTable, FormatInfoCopiesTheFormat) {
-  TSimpleCSVDataClass table;
-  TCSVFormatInfo info = table.GetFormatInfo();
-  EXPECT_EQ(info.UTF8, 0);
-  EXPECT_EQ(info.HeaderLine, 0);
-  EXPECT_EQ(info.QuoteChar, u'"');
-  EXPECT_EQ(info.Delimiter, u';');
-  EXPECT_EQ(info.StrictDelimiter, -1);
-  EXPECT_EQ(table.Encoding(), TextEncoding::Default);
-  info = {1, 7, u'\'', u',', 0};
-  table.SetFormatInfo(info);
-  EXPECT_EQ(table.Encoding(), TextEncoding::UTF8);
-  EXPECT_TRUE(table.HeaderLine());
-  EXPECT_EQ(table.Format().quote, u'\'');
-  EXPECT_EQ(table.Format().delimiter, u',');
-  EXPECT_FALSE(table.Format().strict);
-  EXPECT_EQ(table.GetFormatInfo().HeaderLine, -1);
-  table.SetFormatInfo({0, 0, u'"', u';', 1});
-  EXPECT_EQ(table.Encoding(), TextEncoding::Default);
-}
-
 // ---- files ------------------------------------------------------------------
 
 TEST(CsvFiles, ReadsEachEncodingAndWritesTheSameBytesBack) {

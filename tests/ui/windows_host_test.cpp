@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <map>
 
+#include "boundary/host_services.h"
 #include "plugin/csv_data_module.h"
 #include "ui/enable_controls.h"
 
@@ -77,7 +78,7 @@ TEST(HostWindow, SettingsScaleAndBridgeComeFromTheHostWindow) {
     const std::pair<intptr_t, int32_t> scales[] = {{99, 100}, {100, 100}, {250, 250}, {251, 100}, {175, 175}};
     for (const auto& [answer, expected] : scales) {
       g_scale = answer;
-      EXPECT_EQ(module.Plugin.DefaultScale(), expected) << answer;
+      EXPECT_EQ(DefaultScale(), expected) << answer;
     }
     EXPECT_EQ(module.Plugin.Bridge(), g_bridgeObject);
     EXPECT_EQ(module.Plugin.Bridge(), g_bridgeObject);

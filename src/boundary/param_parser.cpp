@@ -1,7 +1,7 @@
-#include "plugin/param_parser.h"
+#include "boundary/param_parser.h"
 
 #include "core/convert.h"
-#include "table/line_scanner.h"
+#include "core/text_lines.h"
 
 namespace qm {
 
@@ -36,13 +36,6 @@ std::u16string_view ZText(const char16_t* text, size_t limit) {
   size_t n = 0;
   while (n < limit && text[n] != 0) ++n;
   return {text, n};
-}
-
-std::vector<std::u16string> SplitLines(std::u16string_view text) {
-  std::vector<std::u16string> lines;
-  TextLineCursor cursor(text);
-  for (std::u16string_view line; cursor.Next(line);) lines.emplace_back(line);
-  return lines;
 }
 
 TQMParamParser::TQMParamParser(const TAFActionParams& params) {

@@ -1,9 +1,9 @@
-#include "table/job_table.h"
+#include "task/job_table.h"
 
 #include <cstdint>
 
 #include "core/convert.h"
-#include "plugin/task_bridge.h"
+#include "boundary/task_bridge.h"
 #include "table/simple_csv_object.h"
 
 namespace qm {

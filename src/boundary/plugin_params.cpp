@@ -1,4 +1,4 @@
-#include "plugin/plugin_params.h"
+#include "boundary/plugin_params.h"
 
 #include <algorithm>
 #include <cstring>
@@ -6,8 +6,8 @@
 #include "core/convert.h"
 #include "core/errors.h"
 #include "core/messages.h"
-#include "plugin/host_services.h"
-#include "table/delimited_text.h"
+#include "boundary/host_services.h"
+#include "core/delimited_text.h"
 
 namespace qm {
 

@@ -1,4 +1,4 @@
-#include "plugin/version_compare.h"
+#include "boundary/version_compare.h"
 
 #include <gtest/gtest.h>
 

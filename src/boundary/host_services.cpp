@@ -1,11 +1,11 @@
-#include "plugin/host_services.h"
+#include "boundary/host_services.h"
 
 #include <stdexcept>
 #include <vector>
 
 #include "core/convert.h"
-#include "plugin/af_plugin.h"
-#include "plugin/task_bridge.h"
+#include "boundary/task_bridge.h"
+#include "platform/host_window.h"
 
 namespace qm {
 
@@ -16,12 +16,28 @@ constexpr int32_t kSelectBufferChars = 2048;
 
 std::u16string Z(std::u16string_view text) { return std::u16string(text); }
 
+// The host's record and the plug-in's identity, copied once at entry and only
+// read afterwards.
+struct HostState {
+  bool set = false;
+  TAFAppInfo app{};
+  int32_t pluginId = 0;
+};
+HostState g_host;
+
 }  // namespace
 
+void SetHostApp(const TAFAppInfo& app, int32_t pluginId) {
+  g_host.app = app;
+  g_host.pluginId = pluginId;
+  g_host.set = true;
+}
+
+void ClearHostApp() { g_host = HostState{}; }
+
 const TAFAppInfo& HostApp() {
-  const TAFPlugin* plugin = TAFPlugin::Current();
-  if (!plugin) throw std::logic_error("the plug-in is not initialised");
-  return plugin->AppInfo();
+  if (!g_host.set) throw std::logic_error("the plug-in is not initialised");
+  return g_host.app;
 }
 
 void LogText(int32_t infoType, std::u16string_view text, const QmTaskBridge* task) {
@@ -82,13 +98,14 @@ void SetVariable(std::u16string_view name, std::u16string_view value, bool expan
 }
 
 void ShowAbout(void* icon, std::u16string_view title, std::u16string_view addon) {
-  const TAFPlugin* plugin = TAFPlugin::Current();
-  HostApp().PluginAbout(icon, Z(title).c_str(), Z(addon).c_str(), plugin ? plugin->ID : 0);
+  HostApp().PluginAbout(icon, Z(title).c_str(), Z(addon).c_str(), g_host.pluginId);
 }
 
 int32_t DefaultScale() {
-  const TAFPlugin* plugin = TAFPlugin::Current();
-  return plugin ? plugin->DefaultScale() : 100;
+  if (!g_host.set) return 100;
+  intptr_t scale = 0;
+  if (!QueryHostWindow(g_host.app.WHandle, kQmMsgHostSetting, kQmSettingScale, scale)) return 100;
+  return scale >= 100 && scale <= 250 ? static_cast<int32_t>(scale) : 100;
 }
 
 }  // namespace qm

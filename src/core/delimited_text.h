@@ -6,7 +6,6 @@
 #include <string_view>
 #include <vector>
 
-#include "table/record.h"
 
 namespace qm {
 
@@ -29,7 +28,26 @@ std::vector<std::u16string> SplitDelimited(std::u16string_view line, const TextF
 // delimiter or (not strict) a character with code 1 to 32. A single empty cell
 // is written as two quote characters so that it survives a reload. Without a
 // quote character cells are written as they are.
-void JoinDelimited(const Record& record, const TextFormat& format, std::u16string& line);
+// `cellAt(k)` gives cell k of `count` as a text view.
+template <typename CellAt>
+void JoinDelimited(size_t count, CellAt&& cellAt, const TextFormat& format, std::u16string& line);
 std::u16string JoinDelimited(const std::vector<std::u16string>& cells, const TextFormat& format);
+
+namespace detail {
+void AppendDelimitedCell(std::u16string_view cell, const TextFormat& format, std::u16string& line);
+}
+
+template <typename CellAt>
+void JoinDelimited(size_t count, CellAt&& cellAt, const TextFormat& format, std::u16string& line) {
+  line.clear();
+  if (count == 1 && std::u16string_view(cellAt(size_t{0})).empty()) {
+    if (format.quote != 0) line.append(2, format.quote);
+    return;
+  }
+  for (size_t k = 0; k < count; ++k) {
+    if (k) line.push_back(format.delimiter);
+    detail::AppendDelimitedCell(cellAt(k), format, line);
+  }
+}
 
 }  // namespace qm

@@ -1,4 +1,4 @@
-#include "table/delimited_text.h"
+#include "core/delimited_text.h"
 
 namespace qm {
 
@@ -14,7 +14,11 @@ bool NeedsQuotes(std::u16string_view cell, const TextFormat& f) {
   return false;
 }
 
-void AppendCell(std::u16string_view cell, const TextFormat& f, std::u16string& line) {
+}  // namespace
+
+namespace detail {
+
+void AppendDelimitedCell(std::u16string_view cell, const TextFormat& f, std::u16string& line) {
   if (f.quote == 0 || !NeedsQuotes(cell, f)) {
     line.append(cell);
     return;
@@ -27,20 +31,7 @@ void AppendCell(std::u16string_view cell, const TextFormat& f, std::u16string& l
   line.push_back(f.quote);
 }
 
-template <typename Cells, typename Get>
-void Join(const Cells& cells, size_t count, Get get, const TextFormat& f, std::u16string& line) {
-  line.clear();
-  if (count == 1 && get(cells, 0).empty()) {
-    if (f.quote != 0) line.append(2, f.quote);
-    return;
-  }
-  for (size_t k = 0; k < count; ++k) {
-    if (k) line.push_back(f.delimiter);
-    AppendCell(get(cells, k), f, line);
-  }
-}
-
-}  // namespace
+}  // namespace detail
 
 void SplitDelimited(std::u16string_view s, const TextFormat& f, std::vector<std::u16string>& cells) {
   cells.clear();
@@ -90,15 +81,9 @@ std::vector<std::u16string> SplitDelimited(std::u16string_view line, const TextF
   return cells;
 }
 
-void JoinDelimited(const Record& record, const TextFormat& format, std::u16string& line) {
-  Join(record, static_cast<size_t>(record.Count()),
-       [](const Record& r, size_t k) { return r.Cell(static_cast<int32_t>(k)); }, format, line);
-}
-
 std::u16string JoinDelimited(const std::vector<std::u16string>& cells, const TextFormat& format) {
   std::u16string line;
-  Join(cells, cells.size(), [](const std::vector<std::u16string>& c, size_t k) { return std::u16string_view(c[k]); },
-       format, line);
+  JoinDelimited(cells.size(), [&cells](size_t k) { return std::u16string_view(cells[k]); }, format, line);
   return line;
 }
 

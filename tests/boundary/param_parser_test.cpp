@@ -1,4 +1,5 @@
-#include "plugin/param_parser.h"
+#include "boundary/param_parser.h"
+#include "core/text_lines.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "actions/action_table.h"
+#include "plugin/action_table.h"
 
 #include <array>
 #include <cstddef>

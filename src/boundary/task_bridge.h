@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "plugin/host_abi.h"
+#include "abi/host_abi.h"
 
 namespace qm {
 

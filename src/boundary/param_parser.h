@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "plugin/host_abi.h"
+#include "abi/host_abi.h"
 
 namespace qm {
 
@@ -52,10 +52,6 @@ class TQMParamParser {
   int Find(std::u16string_view name) const;
   std::vector<std::u16string> lines_;
 };
-
-// Splits text into lines at CR LF, a lone CR or a lone LF; a break at the very
-// end adds no empty line; a character 0 ends the text.
-std::vector<std::u16string> SplitLines(std::u16string_view text);
 
 // A zero-terminated UTF-16 text as a view (null gives the empty view).
 std::u16string_view ZText(const char16_t* text, size_t limit = SIZE_MAX);

@@ -1,10 +1,10 @@
-#include "plugin/task_bridge.h"
+#include "boundary/task_bridge.h"
 
 #include <cstring>
 
 #include "core/errors.h"
 #include "core/messages.h"
-#include "plugin/host_services.h"
+#include "boundary/host_services.h"
 
 namespace qm {
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "plugin/param_parser.h"
-#include "table/delimited_text.h"
+#include "core/text_lines.h"
+#include "core/delimited_text.h"
 #include "table/line_scanner.h"
 
 namespace qm {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "plugin/param_parser.h"
+#include "boundary/param_parser.h"
 
 namespace qm {
 

@@ -6,13 +6,17 @@
 #include <string>
 #include <string_view>
 
-#include "plugin/host_abi.h"
+#include "abi/host_abi.h"
 
 namespace qm {
 
 class QmTaskBridge;
 
-// The plug-in's copy of the host record; raises before initialisation.
+// Keeps a copy of the host record and the plug-in's identity (at entry), and
+// forgets them (when the plug-in unloads).
+void SetHostApp(const TAFAppInfo& app, int32_t pluginId);
+void ClearHostApp();
+// The plug-in's copy of the host record; raises before SetHostApp.
 const TAFAppInfo& HostApp();
 
 // One line to the task's log when a task is at hand, else to the general log.
@@ -34,6 +38,7 @@ std::u16string SelectVariable();
 // Sets a host variable; the name is expanded first only when asked to.
 void SetVariable(std::u16string_view name, std::u16string_view value, bool expandName = false);
 void ShowAbout(void* icon, std::u16string_view title, std::u16string_view addon);
+// The host window's scale in percent, 100 to 250; 100 when it does not say.
 int32_t DefaultScale();
 
 template <typename Fn>

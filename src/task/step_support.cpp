@@ -1,0 +1,18 @@
+#include "task/step_support.h"
+
+#include "boundary/host_services.h"
+#include "boundary/param_parser.h"
+#include "boundary/task_bridge.h"
+
+namespace qm {
+
+void ReportFailure(const QmTaskBridge& task, uint32_t code, std::u16string_view message) {
+  ReportError(static_cast<uint32_t>(task.TaskId()), code, message);
+  ForEachNonEmptyLine(message, [&task](std::u16string_view line) { LogText(itError, line, &task); });
+}
+
+std::u16string ReadExpanded(const TQMParamParser& params, std::u16string_view key, std::u16string_view fallback) {
+  return ExpandVariables(params.GetStringDef(key, fallback));
+}
+
+}  // namespace qm
