@@ -44,7 +44,10 @@ bool FormatFrame::IsEnabled(FormatControl control) const {
 }
 
 CheckResult<FormatControl> FormatFrame::Check() const {
-  if (delimiter == DelimiterChoice::Custom && otherChar.empty()) return Fail(FormatControl::OtherChar, msg::kValueEmpty);
+  // Not trimmed: a single blank is a delimiter.
+  if (delimiter == DelimiterChoice::Custom && otherChar.empty()) {
+    return Fail(FormatControl::OtherChar, msg::kValueEmpty);
+  }
   return std::nullopt;
 }
 

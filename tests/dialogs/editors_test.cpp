@@ -74,7 +74,8 @@ TEST(Editors, SaveTheWholeBlockTheyLoaded) {
       // A block the dialog wrote comes back byte for byte.
       {open, kText, kText},
       {save, target + kText.substr(kText.find(u"delimiter")) + u"_qm_variables_produced=Out\r\n", {}},
-      {info, u"recordcountvar=rows\r\ncolcountvar= My Var\r\n" + kText + u"_qm_variables_produced=\"My Var\",rows\r\n", {}},
+      {info, u"recordcountvar=rows\r\ncolcountvar= My Var\r\n" + kText + u"_qm_variables_produced=\"My Var\",rows\r\n",
+       {}},
       {read, u"cellcount=2\r\nrow0=1\r\ncol0=2\r\nval0=b\r\nrow1={r}\r\ncol1=3\r\nval1=a\r\n" + kText +
                  u"_qm_variables_produced=a,b\r\n", {}},
       {write, u"cellcount=2\r\nrow0=1\r\ncol0=2\r\nval0={x} y\r\nrow1=2\r\ncol1=1\r\n" + kText, {}},

@@ -35,7 +35,9 @@ TEST(FormatFrame, LoadsWithTheEditorsFallbacksAndSavesEveryKey) {
        u"delimiter=4\r\notherchar=|x\r\nquotechar=2\r\nstrictdelimiter=0\r\n"},
       {u"delimiter=3\r\nquotechar=1\r\nstrictdelimiter=1\r\n", u"delimiter=3\r\nquotechar=1\r\nstrictdelimiter=1\r\n"},
   };
-  for (const auto& c : cases) EXPECT_EQ(Saved(Loaded<FormatFrame>(c.block)), c.saved) << std::string(c.block.begin(), c.block.end());
+  for (size_t i = 0; i < std::size(cases); ++i) {
+    EXPECT_EQ(Saved(Loaded<FormatFrame>(cases[i].block)), cases[i].saved) << "case " << i;
+  }
 }
 
 TEST(FormatFrame, CustomCharacterFieldFollowsTheListButNotTheResets) {
@@ -99,8 +101,8 @@ TEST(SourceFrame, LoadsWithTheEditorsFallbacksAndSavesEveryKey) {
        u"source=0\r\nencoding=0\r\nskipfirst=100\r\nskipempty=1\r\nskipcomments=0\r\ncommentchars=#\r\n"
        u"headerline=0\r\nlinecount=0\r\n"},
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(Saved(Loaded(c.block, SourceFrame(c.openMode))), c.saved) << c.openMode << " " << std::string(c.block.begin(), c.block.end());
+  for (size_t i = 0; i < std::size(cases); ++i) {
+    EXPECT_EQ(Saved(Loaded(cases[i].block, SourceFrame(cases[i].openMode))), cases[i].saved) << "case " << i;
   }
 }
 
