@@ -32,6 +32,12 @@ class FormatFrame {
  public:
   static constexpr std::array<std::u16string_view, 5> kDelimiterItems = {
       u"Comma - ,", u"Colon - :", u"Semicolon - ;", u"Tab Character", u"Custom Character"};
+  static constexpr std::u16string_view kDelimiterLabel = u"Delimiter:";
+  static constexpr std::u16string_view kOtherCharLabel = u"Character:";
+  static constexpr std::u16string_view kQuoteCharLabel = u"Quote character:";
+  static constexpr std::u16string_view kStrict = u"Strict delimiter (space is not a delimiter)";
+  static constexpr std::u16string_view kResetStandard = u"Reset to standard format";
+  static constexpr std::u16string_view kResetExcel = u"Reset to Excel format";
   static constexpr std::array<std::u16string_view, 3> kQuoteItems = {u"Double quote - \"", u"Single quote - '",
                                                                       u"None"};
 

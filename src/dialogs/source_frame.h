@@ -43,6 +43,12 @@ class SourceFrame {
  public:
   static constexpr std::u16string_view kCaption = u"CSV source";
   static constexpr std::array<std::u16string_view, 3> kSourceItems = {u"Prev. CSV action", u"File", u"Text"};
+  static constexpr std::u16string_view kFileNameLabel = u"File name:";
+  static constexpr std::u16string_view kEncodingLabel = u"Encoding:";
+  static constexpr std::u16string_view kSkipFirstLabel = u"Skip first lines: ";
+  static constexpr std::u16string_view kSkipEmpty = u"Skip empty lines";
+  static constexpr std::u16string_view kSkipComments = u"Skip lines starting with:";
+  static constexpr std::u16string_view kHeaderLine = u"First row is column headers";
   static constexpr std::array<std::u16string_view, 3> kCommentItems = {u"#", u"!", u"//"};
   static constexpr int32_t kSkipFirstMin = 0;
   static constexpr int32_t kSkipFirstMax = 100;

@@ -26,6 +26,10 @@ enum class TargetControl : uint8_t {
 
 class TargetFrame {
  public:
+  static constexpr std::u16string_view kSaveToVariable = u"Save to variable:";
+  static constexpr std::u16string_view kSaveToFile = u"Save to file:";
+  static constexpr std::u16string_view kEncodingLabel = u"Encoding:";
+  static constexpr std::u16string_view kKeepFormat = u"Keep original CSV format";
   static constexpr std::u16string_view kVariableHint = u"Enter variable name";
   static constexpr std::u16string_view kFileHint = u"Enter file name";
   static constexpr std::u16string_view kBrowseExtension = u"CSV";
