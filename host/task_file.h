@@ -14,6 +14,8 @@ struct TaskStep {
   std::string action;
   bool continueOnError = false;  // a failed step does not stop the task
   std::vector<std::u16string> lines;
+  // The "##" lines that stand directly before the step's header, as written.
+  std::vector<std::string> comments;
   int sourceLine = 0;
 
   // The parameter block as the host hands it over: every line ends in CR LF.

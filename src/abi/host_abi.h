@@ -236,13 +236,98 @@ typedef TAFPluginInfo* (*TInitQMPlugin)(TAFAppInfo* appInfo);
 enum { kQmMsgHostSetting = 0x6019, kQmMsgHostBridge = 0x6026 };
 enum { kQmSettingNumber = 4, kQmSettingFolder = 7, kQmSettingText = 0, kQmSettingScale = 9 };
 
-/* The task interface's GUID: {5C1D7A20-3E84-4B9F-A6D2-71F0C8E3B945}. */
+/* An interface identifier, laid out as a Windows GUID. */
 typedef struct QmGuid {
   uint32_t Data1;
   uint16_t Data2;
   uint16_t Data3;
   uint8_t Data4[8];
 } QmGuid;
+
+#if defined(__GNUC__)
+#define QM_UNUSED __attribute__((unused))
+#else
+#define QM_UNUSED
+#endif
+
+/* IUnknown {00000000-0000-0000-C000-000000000046}: every interface answers it. */
+static const QmGuid IID_IUnknown QM_UNUSED = {0, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+/* IQmTaskBridge {5C1D7A20-3E84-4B9F-A6D2-71F0C8E3B945}: the running task. */
+static const QmGuid IID_IQmTaskBridge QM_UNUSED = {
+    0x5C1D7A20, 0x3E84, 0x4B9F, {0xA6, 0xD2, 0x71, 0xF0, 0xC8, 0xE3, 0xB9, 0x45}};
+
+/* QueryInterface results. */
+enum { kQmOk = 0 };
+#define QM_E_NOINTERFACE ((int32_t)0x80004002u)
+
+/*
+ * COM-style interfaces. An interface pointer points at an object whose first
+ * word is its method table; every method takes the interface pointer first.
+ * Reserved slots are methods the plug-in never calls; a host fills them with
+ * something that fails loudly. All calls come on the thread that is running
+ * the task (the one ExecAction or JobStop was called on).
+ */
+typedef struct IQmTaskItem IQmTaskItem;
+typedef struct IQmTaskBridge IQmTaskBridge;
+
+/* One step of the task, as method 15 of the task interface hands it out. */
+typedef struct IQmTaskItemVtbl {
+  /* Answers no interface: *out null, QM_E_NOINTERFACE. */
+  int32_t (*QueryInterface)(IQmTaskItem* self, const QmGuid* iid, void** out);
+  uint32_t (*AddRef)(IQmTaskItem* self);
+  /* The new reference count; at 0 the host frees the item. */
+  uint32_t (*Release)(IQmTaskItem* self);
+  /* The step's parameter block: host-owned, valid while the item lives. */
+  const char16_t* (*Params)(IQmTaskItem* self);
+  void* Reserved4[6];
+  /* Fills *passport (plug-in-owned record; its texts are host-owned and valid
+     while the item lives). A host built-in step has Numaction -1. */
+  void (*Passport)(IQmTaskItem* self, TQMActionPassport* passport);
+} IQmTaskItemVtbl;
+
+struct IQmTaskItem {
+  const IQmTaskItemVtbl* lpVtbl;
+};
+
+/* The running task (IQmTaskBridge). The ExecAction and JobStop argument
+   answers it through QueryInterface; a reference obtained that way the
+   plug-in releases, or keeps past the call for as long as it needs the task
+   (a loop keeps one until it ends). */
+typedef struct IQmTaskBridgeVtbl {
+  /* iid: caller-owned. On success *out holds a new reference and 0 is
+     returned; otherwise *out is null and the result QM_E_NOINTERFACE. */
+  int32_t (*QueryInterface)(IQmTaskBridge* self, const QmGuid* iid, void** out);
+  uint32_t (*AddRef)(IQmTaskBridge* self);
+  uint32_t (*Release)(IQmTaskBridge* self);
+  void* Reserved3[4];
+  /* The task's identifier, the same as TAFActionParams.TaskID. */
+  int32_t (*TaskId)(IQmTaskBridge* self);
+  void* Reserved8[6];
+  /* Number of steps in the task; steps count from 0. */
+  int32_t (*StepCount)(IQmTaskBridge* self);
+  /* *out: a new reference to step `index` that the plug-in releases, or null
+     for an index outside the task. */
+  void (*GetStep)(IQmTaskBridge* self, IQmTaskItem** out, int32_t index);
+  void* Reserved16[3];
+  /* The step the host runs after the current one returns. */
+  void (*SetNextStep)(IQmTaskBridge* self, int32_t step);
+  /* A task-private variable. name: caller-owned, zero-terminated. *value: a
+     block from the host allocator (the one behind QMGetMemory) holding the
+     zero-terminated value, or null when the variable is absent; the plug-in
+     copies it and frees it with QMFreeMemory(&block, (length + 1) * 2), the
+     length in characters without the terminator. */
+  void (*GetPrivateVariable)(IQmTaskBridge* self, char16_t** value, const char16_t* name);
+  /* Sets a task-private variable; both texts caller-owned, copied by the host. */
+  void (*SetPrivateVariable)(IQmTaskBridge* self, const char16_t* name, const char16_t* value);
+  void* Reserved22[1];
+  /* One line of the task's log at level infoType (itInfo ...); text
+     caller-owned, valid during the call. */
+  void (*Log)(IQmTaskBridge* self, uint8_t infoType, const char16_t* text);
+} IQmTaskBridgeVtbl;
+
+struct IQmTaskBridge {
+  const IQmTaskBridgeVtbl* lpVtbl;
+};
 
 #ifdef __cplusplus
 }  // extern "C"
@@ -362,6 +447,25 @@ QM_CHECK_OFFSET(TAFEventParams, Size, 0x04);
 QM_CHECK_OFFSET(TAFEventParams, PPtr, 0x08);
 QM_CHECK_OFFSET(TAFEventParams, UniqueID, 0x10);
 QM_CHECK_OFFSET(TAFEventParams, IsRemote, 0x14);
+
+QM_CHECK_OFFSET(IQmTaskItemVtbl, QueryInterface, 0 * 8);
+QM_CHECK_OFFSET(IQmTaskItemVtbl, AddRef, 1 * 8);
+QM_CHECK_OFFSET(IQmTaskItemVtbl, Release, 2 * 8);
+QM_CHECK_OFFSET(IQmTaskItemVtbl, Params, 3 * 8);
+QM_CHECK_OFFSET(IQmTaskItemVtbl, Passport, 10 * 8);
+static_assert(sizeof(IQmTaskItemVtbl) == 11 * 8, "IQmTaskItemVtbl size");
+
+QM_CHECK_OFFSET(IQmTaskBridgeVtbl, QueryInterface, 0 * 8);
+QM_CHECK_OFFSET(IQmTaskBridgeVtbl, AddRef, 1 * 8);
+QM_CHECK_OFFSET(IQmTaskBridgeVtbl, Release, 2 * 8);
+QM_CHECK_OFFSET(IQmTaskBridgeVtbl, TaskId, 7 * 8);
+QM_CHECK_OFFSET(IQmTaskBridgeVtbl, StepCount, 14 * 8);
+QM_CHECK_OFFSET(IQmTaskBridgeVtbl, GetStep, 15 * 8);
+QM_CHECK_OFFSET(IQmTaskBridgeVtbl, SetNextStep, 19 * 8);
+QM_CHECK_OFFSET(IQmTaskBridgeVtbl, GetPrivateVariable, 20 * 8);
+QM_CHECK_OFFSET(IQmTaskBridgeVtbl, SetPrivateVariable, 21 * 8);
+QM_CHECK_OFFSET(IQmTaskBridgeVtbl, Log, 23 * 8);
+static_assert(sizeof(IQmTaskBridgeVtbl) == 24 * 8, "IQmTaskBridgeVtbl size");
 
 QM_CHECK_OFFSET(TQMActionPassport, PluginId, 0);
 QM_CHECK_OFFSET(TQMActionPassport, Numaction, 4);

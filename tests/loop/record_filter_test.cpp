@@ -176,21 +176,6 @@ TEST(RecordFilterList, CombinationAndEarlyStop) {
   }
 }
 
-TEST(RecordFilterList, ClearKeepsTheMode) {
-  TRecordFilterList list;
-  EXPECT_FALSE(list.OrFilterMode());
-  list.SetOrFilterMode(true);
-  list.AddFilter(0, u"x", false, false);
-  list.AddFilter(1, u"^y", true, true);
-  EXPECT_FALSE(list.CheckFilters(Row({u"a", u"Y"})));  // the pattern is case-sensitive
-  EXPECT_TRUE(list.CheckFilters(Row({u"X", u"b"})));
-  EXPECT_THROW(list.Filter(2), EListError);
-  list.ClearFilters();
-  EXPECT_EQ(list.Count(), 0);
-  EXPECT_TRUE(list.OrFilterMode());
-  EXPECT_TRUE(list.CheckFilters(Row({})));
-}
-
 TEST(RecordFilter, FoldBufferReusedAcrossRows) {
   TCSVRecordFilter filter(0, u"ABC", false, false);
   const std::pair<std::u16string_view, bool> rows[] = {
