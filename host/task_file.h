@@ -2,7 +2,8 @@
 //   [ACTION_ID]            or   [ACTION_ID continue]
 // naming a plug-in action ID or a host built-in; the lines up to the next
 // section are the step's parameter block, verbatim. Lines starting with "##"
-// and blank lines are left out.
+// and blank lines are left out of the block; the "##" lines directly above a
+// header are the step's comments.
 #pragma once
 
 #include <string>
