@@ -97,31 +97,6 @@ class CountingLoop : public TBaseLoop {
   bool inited_ = false;
 };
 
-TEST(BaseLoop, PassesEndByJumpingPastTheEndLoopStep) {
-  FakeTask task({S, B, S, E, S}, 7);
-  {
-    CountingLoop loop(task.Bridge(), 1, 2);
-    EXPECT_EQ(loop.Jobid(), 7);
-    EXPECT_EQ(loop.StepNum(), 1);
-    EXPECT_EQ(loop.Prefix(), u"00000007_0001_");
-    EXPECT_EQ(task.References(), 1) << "the loop holds its own reference";
-
-    EXPECT_TRUE(loop.GetNextItem());
-    EXPECT_TRUE(loop.GetNextItem());
-    EXPECT_EQ(task.setNextStepCalls, 0);
-    EXPECT_FALSE(loop.GetNextItem());
-    EXPECT_EQ(loop.calls, "IFNND");
-    EXPECT_EQ(task.nextStep, 4);
-    EXPECT_EQ(task.setNextStepCalls, 1);
-    EXPECT_FALSE(loop.IsInited());
-    EXPECT_FALSE(loop.InitError());
-
-    loop.StopLoop();  // already done: nothing more
-    EXPECT_EQ(loop.calls, "IFNND");
-  }
-  EXPECT_EQ(task.References(), 0) << "destroying the loop releases its reference";
-}
-
 TEST(BaseLoop, BreakRequestCountsOnlyOnceTheLoopRunsAndIsUsedUp) {
   FakeTask task({B, S, E, S});
   CountingLoop loop(task.Bridge(), 0, 10);
