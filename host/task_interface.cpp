@@ -80,7 +80,7 @@ TaskInterface* Bridge(IQmTaskBridge* self) { return static_cast<TaskInterface*>(
 
 int32_t BridgeQueryInterface(IQmTaskBridge* self, const QmGuid* iid, void** out) {
   const bool refuse = Host::Instance().options.refuseBridge;
-  if (SameGuid(iid, IID_IUnknown) || (!refuse && SameGuid(iid, IID_IQmTaskBridge))) {
+  if (SameGuid(iid, kQmIidUnknown) || (!refuse && SameGuid(iid, kQmIidTaskBridge))) {
     ++Bridge(self)->references;
     *out = self;
     return kQmOk;

@@ -298,9 +298,9 @@ typedef struct QmGuid {
 #endif
 
 /* IUnknown {00000000-0000-0000-C000-000000000046}: every interface answers it. */
-static const QmGuid IID_IUnknown QM_UNUSED = {0, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+static const QmGuid kQmIidUnknown QM_UNUSED = {0, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 /* IQmTaskBridge {5C1D7A20-3E84-4B9F-A6D2-71F0C8E3B945}: the running task. */
-static const QmGuid IID_IQmTaskBridge QM_UNUSED = {
+static const QmGuid kQmIidTaskBridge QM_UNUSED = {
     0x5C1D7A20, 0x3E84, 0x4B9F, {0xA6, 0xD2, 0x71, 0xF0, 0xC8, 0xE3, 0xB9, 0x45}};
 
 /* QueryInterface results. */

@@ -22,7 +22,7 @@ std::u16string Z(std::u16string_view text) { return std::u16string(text); }
 QmTaskBridge QmTaskBridge::Cast(void* hostInterface) {
   auto* unknown = static_cast<IQmTaskBridge*>(hostInterface);
   void* bridge = nullptr;
-  if (!unknown || unknown->lpVtbl->QueryInterface(unknown, &IID_IQmTaskBridge, &bridge) != kQmOk || !bridge) {
+  if (!unknown || unknown->lpVtbl->QueryInterface(unknown, &kQmIidTaskBridge, &bridge) != kQmOk || !bridge) {
     throw QmError(msg::kNoTaskBridge);
   }
   return QmTaskBridge(static_cast<IQmTaskBridge*>(bridge));
