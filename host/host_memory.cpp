@@ -13,7 +13,6 @@ void* HostMemory::Allocate(int32_t size) {
   void* block = std::malloc(size > 0 ? static_cast<size_t>(size) : 1);
   std::memset(block, 0xCD, size > 0 ? static_cast<size_t>(size) : 1);  // no help from zeroed memory
   blocks_[block] = size;
-  ++allocations_;
   return block;
 }
 

@@ -36,13 +36,24 @@ std::vector<TaskStep> ReadTaskFile(const std::string& path, std::string& error) 
   std::vector<TaskStep> steps;
   std::istringstream lines(content.str());
   std::string line;
+  std::vector<std::string> comments;  // "##" lines since the last other line
   int number = 0;
   while (std::getline(lines, line)) {
     ++number;
     if (!line.empty() && line.back() == '\r') line.pop_back();
-    if (line.empty() || line.rfind("##", 0) == 0) continue;
+    if (line.rfind("##", 0) == 0) {
+      // The golden runner's first-line "## qmhost: ARGS" is no comment on a step.
+      if (number > 1 || line.rfind("## qmhost:", 0) != 0) comments.push_back(line);
+      continue;
+    }
+    if (line.empty()) {
+      comments.clear();
+      continue;
+    }
     if (line.front() == '[' && line.back() == ']') {
       TaskStep step;
+      step.comments = std::move(comments);
+      comments.clear();
       std::istringstream header(line.substr(1, line.size() - 2));
       header >> step.action;
       for (std::string flag; header >> flag;) {
@@ -60,6 +71,7 @@ std::vector<TaskStep> ReadTaskFile(const std::string& path, std::string& error) 
       error = path + ":" + std::to_string(number) + ": a parameter line before the first [step]";
       return {};
     }
+    comments.clear();
     steps.back().lines.push_back(qm::Utf8ToUtf16(line));
   }
   return steps;

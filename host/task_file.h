@@ -2,7 +2,8 @@
 //   [ACTION_ID]            or   [ACTION_ID continue]
 // naming a plug-in action ID or a host built-in; the lines up to the next
 // section are the step's parameter block, verbatim. Lines starting with "##"
-// and blank lines are left out.
+// and blank lines are left out of the block; the "##" lines directly above a
+// header are the step's comments.
 #pragma once
 
 #include <string>
@@ -14,6 +15,8 @@ struct TaskStep {
   std::string action;
   bool continueOnError = false;  // a failed step does not stop the task
   std::vector<std::u16string> lines;
+  // The "##" lines that stand directly before the step's header, as written.
+  std::vector<std::string> comments;
   int sourceLine = 0;
 
   // The parameter block as the host hands it over: every line ends in CR LF.

@@ -1,161 +1,17 @@
 #include "task_runner.h"
 
-#include <array>
-#include <cstdlib>
 #include <cstring>
-#include <utility>
 #include <exception>
 #include <fstream>
 #include <sstream>
 
 #include "core/utf.h"
 #include "host.h"
-#include "host_memory.h"
 #include "transcript.h"
 
 namespace qmhost {
 
 namespace {
-
-constexpr QmGuid kTaskBridgeGuid = {0x5C1D7A20, 0x3E84, 0x4B9F, {0xA6, 0xD2, 0x71, 0xF0, 0xC8, 0xE3, 0xB9, 0x45}};
-constexpr QmGuid kUnknownGuid = {0, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
-constexpr int32_t kNoInterface = static_cast<int32_t>(0x80004002u);
-
-bool SameGuid(const QmGuid* a, const QmGuid& b) { return std::memcmp(a, &b, sizeof b) == 0; }
-
-// A COM-style object: its first word is the method table.
-struct ComObject {
-  void* const* table;
-  int64_t references;
-};
-
-int64_t g_outstandingItems = 0;
-
-// Methods the plug-in must never call end the run loudly.
-template <int N>
-void Unexpected(void*) {
-  Print("qmhost: the plug-in called method " + std::to_string(N) + " of a host interface, which it must not use");
-  std::exit(4);
-}
-
-template <int... N>
-constexpr std::array<void*, sizeof...(N)> UnexpectedTable(std::integer_sequence<int, N...>) {
-  return {reinterpret_cast<void*>(&Unexpected<N>)...};
-}
-
-// --- the task interface ---
-
-struct BridgeObject : ComObject {
-  TaskRunner* runner;
-};
-
-int32_t BridgeQueryInterface(void* self, const QmGuid* guid, void** out) {
-  auto* bridge = static_cast<BridgeObject*>(self);
-  const bool refuse = Host::Instance().options.refuseBridge;
-  if (SameGuid(guid, kUnknownGuid) || (!refuse && SameGuid(guid, kTaskBridgeGuid))) {
-    ++bridge->references;
-    *out = self;
-    return 0;
-  }
-  *out = nullptr;
-  return kNoInterface;
-}
-uint32_t BridgeAddRef(void* self) { return static_cast<uint32_t>(++static_cast<BridgeObject*>(self)->references); }
-uint32_t BridgeRelease(void* self) { return static_cast<uint32_t>(--static_cast<BridgeObject*>(self)->references); }
-int32_t BridgeTaskId(void* self) { return static_cast<BridgeObject*>(self)->runner->TaskId(); }
-int32_t BridgeStepCount(void* self) { return static_cast<BridgeObject*>(self)->runner->StepCount(); }
-void BridgeGetStep(void* self, void** out, int32_t index);
-void BridgeSetNextStep(void* self, int32_t step) { static_cast<BridgeObject*>(self)->runner->SetNextStep(step); }
-
-void BridgeGetPrivateVariable(void* self, char16_t** value, const char16_t* name) {
-  auto& vars = static_cast<BridgeObject*>(self)->runner->privateVariables;
-  const auto found = vars.find(std::u16string(Z(name)));
-  if (found == vars.end()) {
-    *value = nullptr;
-    return;
-  }
-  const auto bytes = static_cast<int32_t>((found->second.size() + 1) * sizeof(char16_t));
-  void* block = Memory().Allocate(bytes);
-  std::memcpy(block, found->second.c_str(), static_cast<size_t>(bytes));
-  *value = static_cast<char16_t*>(block);
-}
-
-void BridgeSetPrivateVariable(void* self, const char16_t* name, const char16_t* value) {
-  static_cast<BridgeObject*>(self)->runner->privateVariables[std::u16string(Z(name))] = std::u16string(Z(value));
-}
-
-void BridgeLog(void*, uint8_t infoType, const char16_t* text) {
-  Host::Instance().Event("  log task " + std::string(LevelName(infoType)) + ": " + Quote(Z(text)));
-}
-
-std::array<void*, 24> MakeBridgeTable() {
-  auto table = UnexpectedTable(std::make_integer_sequence<int, 24>());
-  table[0] = reinterpret_cast<void*>(&BridgeQueryInterface);
-  table[1] = reinterpret_cast<void*>(&BridgeAddRef);
-  table[2] = reinterpret_cast<void*>(&BridgeRelease);
-  table[7] = reinterpret_cast<void*>(&BridgeTaskId);
-  table[14] = reinterpret_cast<void*>(&BridgeStepCount);
-  table[15] = reinterpret_cast<void*>(&BridgeGetStep);
-  table[19] = reinterpret_cast<void*>(&BridgeSetNextStep);
-  table[20] = reinterpret_cast<void*>(&BridgeGetPrivateVariable);
-  table[21] = reinterpret_cast<void*>(&BridgeSetPrivateVariable);
-  table[23] = reinterpret_cast<void*>(&BridgeLog);
-  return table;
-}
-const std::array<void*, 24> kBridgeTable = MakeBridgeTable();
-
-// --- a step item, handed out by method 15 ---
-
-struct ItemObject : ComObject {
-  TaskRunner* runner;
-  int32_t step;
-};
-
-int32_t ItemQueryInterface(void*, const QmGuid*, void** out) {
-  *out = nullptr;
-  return kNoInterface;
-}
-uint32_t ItemAddRef(void* self) {
-  ++g_outstandingItems;
-  return static_cast<uint32_t>(++static_cast<ItemObject*>(self)->references);
-}
-uint32_t ItemRelease(void* self) {
-  auto* item = static_cast<ItemObject*>(self);
-  --g_outstandingItems;
-  const auto left = --item->references;
-  if (left == 0) delete item;
-  return static_cast<uint32_t>(left);
-}
-const char16_t* ItemParams(void* self) {
-  auto* item = static_cast<ItemObject*>(self);
-  return item->runner->BlockOf(item->step).c_str();
-}
-void ItemPassport(void* self, TQMActionPassport* passport) {
-  auto* item = static_cast<ItemObject*>(self);
-  *passport = item->runner->Passport(item->step);
-}
-
-std::array<void*, 11> MakeItemTable() {
-  auto table = UnexpectedTable(std::make_integer_sequence<int, 11>());
-  table[0] = reinterpret_cast<void*>(&ItemQueryInterface);
-  table[1] = reinterpret_cast<void*>(&ItemAddRef);
-  table[2] = reinterpret_cast<void*>(&ItemRelease);
-  table[3] = reinterpret_cast<void*>(&ItemParams);
-  table[10] = reinterpret_cast<void*>(&ItemPassport);
-  return table;
-}
-const std::array<void*, 11> kItemTable = MakeItemTable();
-
-void BridgeGetStep(void* self, void** out, int32_t index) {
-  auto* bridge = static_cast<BridgeObject*>(self);
-  if (index < 0 || index >= bridge->runner->StepCount()) {
-    *out = nullptr;
-    return;
-  }
-  auto* item = new ItemObject{{kItemTable.data(), 1}, bridge->runner, index};
-  ++g_outstandingItems;
-  *out = item;
-}
 
 // Built-in step names and their types.
 int32_t BuiltinType(const std::string& name) { return name == "end-loop" ? atEndLoop : atSimple; }
@@ -167,14 +23,13 @@ bool IsBuiltin(const std::string& name) {
 
 }  // namespace
 
-int64_t OutstandingStepItems() { return g_outstandingItems; }
-
 TaskRunner::TaskRunner(const TAFPluginInfo& plugin, std::vector<TaskStep> steps, int32_t taskId)
     : plugin_(plugin), steps_(std::move(steps)), taskId_(taskId) {
   for (const auto& step : steps_) {
     blocks_.push_back(step.Block());
     actionIndex_.push_back(ActionIndex(step.action));
   }
+  commentsShown_.assign(steps_.size(), false);
 }
 
 int32_t TaskRunner::ActionIndex(const std::string& id) const {
@@ -261,7 +116,7 @@ bool TaskRunner::RunBuiltin(int32_t i, std::string& failure) {
 
 RunResult TaskRunner::Run(uint64_t maxSteps) {
   Host& host = Host::Instance();
-  auto* bridge = new BridgeObject{{kBridgeTable.data(), 1}, this};
+  auto* bridge = new TaskInterface(*this);
   bridge_ = bridge;
   RunResult result;
   uint64_t executed = 0;
@@ -272,7 +127,13 @@ RunResult TaskRunner::Run(uint64_t maxSteps) {
     }
     const TaskStep& step = steps_[static_cast<size_t>(i)];
     const int32_t index = actionIndex_[static_cast<size_t>(i)];
-    if (!host.options.quiet) host.Event("[" + std::to_string(i) + "] " + step.action);
+    if (!host.options.quiet) {
+      if (!commentsShown_[static_cast<size_t>(i)]) {
+        for (const auto& comment : step.comments) Print(comment);
+        commentsShown_[static_cast<size_t>(i)] = true;
+      }
+      host.Event("[" + std::to_string(i) + "] " + step.action);
+    }
     nextStep_ = -1;
     std::string failure;
     bool ok = true;

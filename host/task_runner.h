@@ -3,12 +3,12 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <string>
 #include <vector>
 
 #include "abi/host_abi.h"
 #include "task_file.h"
+#include "task_interface.h"
 
 namespace qmhost {
 
@@ -17,18 +17,17 @@ struct RunResult {
   std::string failure;  // set when !ok
 };
 
-class TaskRunner {
+class TaskRunner : public TaskSteps {
  public:
   TaskRunner(const TAFPluginInfo& plugin, std::vector<TaskStep> steps, int32_t taskId);
   RunResult Run(uint64_t maxSteps);
 
-  // Used by the task interface object.
-  int32_t TaskId() const { return taskId_; }
-  int32_t StepCount() const { return static_cast<int32_t>(steps_.size()); }
-  TQMActionPassport Passport(int32_t step) const;
-  const std::u16string& BlockOf(int32_t step) const { return blocks_[static_cast<size_t>(step)]; }
-  void SetNextStep(int32_t step) { nextStep_ = step; }
-  std::map<std::u16string, std::u16string> privateVariables;
+  // What the task interface answers from.
+  int32_t TaskId() const override { return taskId_; }
+  int32_t StepCount() const override { return static_cast<int32_t>(steps_.size()); }
+  TQMActionPassport Passport(int32_t step) const override;
+  const std::u16string& BlockOf(int32_t step) const override { return blocks_[static_cast<size_t>(step)]; }
+  void SetNextStep(int32_t step) override { nextStep_ = step; }
 
  private:
   int32_t ActionIndex(const std::string& id) const;
@@ -43,13 +42,10 @@ class TaskRunner {
   std::vector<TaskStep> steps_;
   std::vector<std::u16string> blocks_;
   std::vector<int32_t> actionIndex_;  // per step: catalogue index, or -1 for a built-in
+  std::vector<bool> commentsShown_;   // a step's comments print before its first run only
   int32_t taskId_;
   int32_t nextStep_ = -1;
-  void* bridge_ = nullptr;
+  TaskInterface* bridge_ = nullptr;
 };
-
-// Reference counts of the interface objects handed to the plug-in that were
-// never released (step items must all be released).
-int64_t OutstandingStepItems();
 
 }  // namespace qmhost

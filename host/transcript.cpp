@@ -27,6 +27,8 @@ void Escape(unsigned char c, std::string& out, bool asciiOnly) {
   }
 }
 
+std::vector<std::string>* g_capture = nullptr;
+
 }  // namespace
 
 std::string Quote(std::u16string_view text) {
@@ -49,10 +51,16 @@ std::string QuoteBytes(std::string_view bytes) {
 }
 
 void Print(const std::string& line) {
+  if (g_capture) {
+    g_capture->push_back(line);
+    return;
+  }
   std::fwrite(line.data(), 1, line.size(), stdout);
   std::fputc('\n', stdout);
   std::fflush(stdout);
 }
+
+void CaptureTranscript(std::vector<std::string>* lines) { g_capture = lines; }
 
 const char* LevelName(int infoType) {
   switch (infoType) {

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace qmhost {
 
@@ -16,7 +17,10 @@ std::string QuoteValue(std::u16string_view text);
 // Quoted bytes: every byte outside printable ASCII as \xNN.
 std::string QuoteBytes(std::string_view bytes);
 
+// One transcript line to standard output, or to the capture when one is set.
 void Print(const std::string& line);
+// Tests read the transcript: lines go to *lines until this is called with null.
+void CaptureTranscript(std::vector<std::string>* lines);
 
 // A zero-terminated text from the plug-in as a view (null: empty).
 inline std::u16string_view Z(const char16_t* text) {

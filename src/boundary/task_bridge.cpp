@@ -8,34 +8,10 @@
 
 namespace qm {
 
-const QmGuid kIQmTaskBridgeGuid = {0x5C1D7A20, 0x3E84, 0x4B9F, {0xA6, 0xD2, 0x71, 0xF0, 0xC8, 0xE3, 0xB9, 0x45}};
-
 namespace {
 
-// Method positions in the task interface's table.
-enum : int {
-  kQueryInterface = 0,
-  kAddRef = 1,
-  kRelease = 2,
-  kGetTaskId = 7,
-  kGetStepCount = 14,
-  kGetStep = 15,
-  kSetNextStep = 19,
-  kGetPrivateVariable = 20,
-  kSetPrivateVariable = 21,
-  kLog = 23,
-};
-// Method positions in a step item's table.
-enum : int { kItemParams = 3, kItemPassport = 10 };
-
-template <typename Fn>
-Fn Method(void* intf, int position) {
-  void* const* table = *static_cast<void* const* const*>(intf);
-  return reinterpret_cast<Fn>(table[position]);
-}
-
-void Release(void* intf) {
-  if (intf) Method<uint32_t (*)(void*)>(intf, kRelease)(intf);
+void Release(IQmTaskBridge* intf) {
+  if (intf) intf->lpVtbl->Release(intf);
 }
 
 // Zero-terminated copy for the host.
@@ -44,18 +20,16 @@ std::u16string Z(std::u16string_view text) { return std::u16string(text); }
 }  // namespace
 
 QmTaskBridge QmTaskBridge::Cast(void* hostInterface) {
+  auto* unknown = static_cast<IQmTaskBridge*>(hostInterface);
   void* bridge = nullptr;
-  if (!hostInterface ||
-      Method<int32_t (*)(void*, const QmGuid*, void**)>(hostInterface, kQueryInterface)(
-          hostInterface, &kIQmTaskBridgeGuid, &bridge) != 0 ||
-      !bridge) {
+  if (!unknown || unknown->lpVtbl->QueryInterface(unknown, &kQmIidTaskBridge, &bridge) != kQmOk || !bridge) {
     throw QmError(msg::kNoTaskBridge);
   }
-  return QmTaskBridge(bridge);
+  return QmTaskBridge(static_cast<IQmTaskBridge*>(bridge));
 }
 
 QmTaskBridge::QmTaskBridge(const QmTaskBridge& other) : intf_(other.intf_) {
-  if (intf_) Method<uint32_t (*)(void*)>(intf_, kAddRef)(intf_);
+  if (intf_) intf_->lpVtbl->AddRef(intf_);
 }
 
 QmTaskBridge& QmTaskBridge::operator=(QmTaskBridge other) noexcept {
@@ -65,28 +39,28 @@ QmTaskBridge& QmTaskBridge::operator=(QmTaskBridge other) noexcept {
 
 QmTaskBridge::~QmTaskBridge() { Release(intf_); }
 
-int32_t QmTaskBridge::TaskId() const { return Method<int32_t (*)(void*)>(intf_, kGetTaskId)(intf_); }
+int32_t QmTaskBridge::TaskId() const { return intf_->lpVtbl->TaskId(intf_); }
 
-int32_t QmTaskBridge::StepCount() const { return Method<int32_t (*)(void*)>(intf_, kGetStepCount)(intf_); }
+int32_t QmTaskBridge::StepCount() const { return intf_->lpVtbl->StepCount(intf_); }
 
 TQMActionPassport QmTaskBridge::StepPassport(int32_t step) const {
-  void* item = nullptr;
-  Method<void (*)(void*, void**, int32_t)>(intf_, kGetStep)(intf_, &item, step);
+  IQmTaskItem* item = nullptr;
+  intf_->lpVtbl->GetStep(intf_, &item, step);
   TQMActionPassport passport;
   std::memset(&passport, 0, sizeof passport);
   if (item) {
-    Method<void (*)(void*, TQMActionPassport*)>(item, kItemPassport)(item, &passport);
-    Release(item);
+    item->lpVtbl->Passport(item, &passport);
+    item->lpVtbl->Release(item);
   }
   return passport;
 }
 
-void QmTaskBridge::SetNextStep(int32_t step) const { Method<void (*)(void*, int32_t)>(intf_, kSetNextStep)(intf_, step); }
+void QmTaskBridge::SetNextStep(int32_t step) const { intf_->lpVtbl->SetNextStep(intf_, step); }
 
 std::u16string QmTaskBridge::GetPrivateVariable(std::u16string_view name) const {
   char16_t* block = nullptr;
   const std::u16string key = Z(name);
-  Method<void (*)(void*, char16_t**, const char16_t*)>(intf_, kGetPrivateVariable)(intf_, &block, key.c_str());
+  intf_->lpVtbl->GetPrivateVariable(intf_, &block, key.c_str());
   if (!block) return {};
   std::u16string value(block);
   // The host allocated the block for us; it goes back with its exact size.
@@ -98,13 +72,12 @@ std::u16string QmTaskBridge::GetPrivateVariable(std::u16string_view name) const 
 void QmTaskBridge::SetPrivateVariable(std::u16string_view name, std::u16string_view value) const {
   const std::u16string key = Z(name);
   const std::u16string text = Z(value);
-  Method<void (*)(void*, const char16_t*, const char16_t*)>(intf_, kSetPrivateVariable)(intf_, key.c_str(),
-                                                                                         text.c_str());
+  intf_->lpVtbl->SetPrivateVariable(intf_, key.c_str(), text.c_str());
 }
 
 void QmTaskBridge::Log(int32_t infoType, std::u16string_view text) const {
   const std::u16string line = Z(text);
-  Method<void (*)(void*, uint8_t, const char16_t*)>(intf_, kLog)(intf_, static_cast<uint8_t>(infoType), line.c_str());
+  intf_->lpVtbl->Log(intf_, static_cast<uint8_t>(infoType), line.c_str());
 }
 
 }  // namespace qm

@@ -1,5 +1,5 @@
-// The running task as the host offers it: a COM-style interface whose method
-// table the plug-in calls by position.
+// The running task as the host offers it: the COM-style IQmTaskBridge of
+// abi/host_abi.h, behind a counted C++ reference.
 #pragma once
 
 #include <cstdint>
@@ -9,8 +9,6 @@
 #include "abi/host_abi.h"
 
 namespace qm {
-
-extern const QmGuid kIQmTaskBridgeGuid;
 
 // A counted reference to the host's task interface (IQmTaskBridge).
 class QmTaskBridge {
@@ -36,8 +34,8 @@ class QmTaskBridge {
   void Log(int32_t infoType, std::u16string_view text) const;
 
  private:
-  explicit QmTaskBridge(void* intf) : intf_(intf) {}
-  void* intf_ = nullptr;
+  explicit QmTaskBridge(IQmTaskBridge* intf) : intf_(intf) {}
+  IQmTaskBridge* intf_ = nullptr;
 };
 
 }  // namespace qm

@@ -14,25 +14,19 @@
 #include "actions/remove_duplicates.h"
 #include "actions/sort_by_column.h"
 #include "core/case_fold.h"
-#include "core/convert.h"
 #include "core/utf.h"
 #include "boundary/plugin_params.h"
 #include "core/delimited_text.h"
 #include "task/job_table.h"
 #include "table/simple_csv_object.h"
-#include "test_host.h"
+#include "fake_task.h"
 
 namespace qm {
 namespace {
 
 using test::FakeTask;
-using test::Host;
-
-// A fresh task, and a host that has forgotten what earlier tests did.
-void ResetHost() {
-  Host().events.clear();
-  Host().variables.clear();
-}
+using test::TakeTranscript;
+using Lines = std::vector<std::string>;
 
 using Executor = bool (*)(QmTaskBridge&, TQMPluginParams&);
 
@@ -62,31 +56,31 @@ TEST(ActionRefusals, TableRefusalsAreReportedWithEachActionsCode) {
     const char* name;
     Executor execute;
     const char16_t* block;
-    uint32_t code;
-    const char16_t* message;
+    const char* code;
+    const char* message;
   };
   const Case cases[] = {
-      {"read cell", &ExecReadCells, u"cellcount=1\r\nrow0=2\r\ncol0=2\r\nval0=v", 4, u"List index out of bounds (1)"},
-      {"write cell", &ExecWriteCells, u"cellcount=1\r\nrow0=2\r\ncol0=3\r\nval0=v", 4,
-       u"List index out of bounds (2)"},
-      {"add column", &ExecAddColumn, u"totheend=0\r\nposition=3", 4, u"List index out of bounds (2)"},
-      {"move column", &ExecMoveColumn, u"frompos=3\r\ntopos=1", 5, u"List index out of bounds (2)"},
-      {"sort", &ExecSortByColumn, u"sortcolumn=2", 4, u"List index out of bounds (1)"},
+      {"read cell", &ExecReadCells, u"cellcount=1\r\nrow0=2\r\ncol0=2\r\nval0=v", "4", "List index out of bounds (1)"},
+      {"write cell", &ExecWriteCells, u"cellcount=1\r\nrow0=2\r\ncol0=3\r\nval0=v", "4",
+       "List index out of bounds (2)"},
+      {"add column", &ExecAddColumn, u"totheend=0\r\nposition=3", "4", "List index out of bounds (2)"},
+      {"move column", &ExecMoveColumn, u"frompos=3\r\ntopos=1", "5", "List index out of bounds (2)"},
+      {"sort", &ExecSortByColumn, u"sortcolumn=2", "4", "List index out of bounds (1)"},
   };
   for (const Case& c : cases) {
-    ResetHost();
     FakeTask task;
     QmTaskBridge bridge = task.Bridge();
     SetJobTable(bridge, ShortRecordTable());
     TQMPluginParams params(c.block);
     EXPECT_FALSE(c.execute(bridge, params)) << c.name;
-    EXPECT_EQ(Host().events, std::vector<std::u16string>{u"error " + IntToStr(c.code) + u": " + c.message}) << c.name;
-    EXPECT_EQ(task.log, std::vector<std::u16string>{u"2 " + std::u16string(c.message)}) << c.name;
+    const std::string quoted = std::string("\"") + c.message + "\"";
+    EXPECT_EQ(TakeTranscript(), (Lines{"  last error " + std::string(c.code) + " (task 1): " + quoted,
+                                       "  log host error: " + quoted, "  log task error: " + quoted}))
+        << c.name;
   }
 }
 
 TEST(ActionRefusals, WorkDoneBeforeARefusalStays) {
-  ResetHost();
   FakeTask task;
   QmTaskBridge bridge = task.Bridge();
   TSimpleCSVDataClass* table = ShortRecordTable();
@@ -147,14 +141,13 @@ TEST(RemoveDuplicates, MatchesAPlainReferenceOnManyRows) {
     const auto expected = ReferenceDistinct(rows, caseSensitive, expectedDeleted);
     ASSERT_GT(expectedDeleted, 1000);
 
-    ResetHost();
     FakeTask task;
     QmTaskBridge bridge = task.Bridge();
     SetJobTable(bridge, table);
     TQMPluginParams params(caseSensitive ? u"casesensitive=1\r\nvarname= n " : u"varname=n");
     EXPECT_TRUE(ExecRemoveDuplicates(bridge, params));
     EXPECT_EQ(Rows(*table), expected) << "case sensitive " << caseSensitive;
-    EXPECT_EQ(Host().events, std::vector<std::u16string>{u"set n=" + IntToStr(expectedDeleted)});
+    EXPECT_EQ(TakeTranscript(), Lines{"  set \"n\" = \"" + std::to_string(expectedDeleted) + "\""});
   }
 }
 

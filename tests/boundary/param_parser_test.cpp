@@ -48,32 +48,6 @@ TEST(ParamParser, ListsKeepTheirCountAndDropLeadingEmptyItems) {
   EXPECT_EQ(p.GetStringsDef(u"Z", u"dflt"), u"dflt");
 }
 
-TEST(ParamParser, HostRecordsGiveTheBlockAndTheStepContext) {
-  std::u16string text = u"x=1\r\ny=2\r\n";
-  TAFActionParams action{};
-  action.PPtr = text.data();
-  action.Size = static_cast<int32_t>((text.size() + 1) * 2);
-  action.TaskID = 42;
-  action.StepNum = 3;
-  action.IsRemote = -1;
-  const TQMParamParser a(action);
-  EXPECT_EQ(a.GetString(u"y"), u"2");
-  EXPECT_EQ(a.TaskID, 42u);
-  EXPECT_EQ(a.StepNum, 3);
-  EXPECT_TRUE(a.IsRemote);
-  EXPECT_FALSE(a.IsEvent);
-
-  TAFEventParams event{};
-  event.JobID = 9;
-  event.UniqueID = 77;
-  event.PPtr = nullptr;  // no block at all reads as an empty one
-  const TQMParamParser e(event);
-  EXPECT_TRUE(e.IsEvent);
-  EXPECT_EQ(e.TaskID, 9u);
-  EXPECT_EQ(e.UniqueID, 77u);
-  EXPECT_EQ(e.Text(), u"");
-}
-
 TEST(ParamParser, SplitLinesFollowsTheLineBreakRules) {
   using V = std::vector<std::u16string>;
   EXPECT_EQ(SplitLines(u"a\r\nb\rc\nd"), (V{u"a", u"b", u"c", u"d"}));

@@ -1,5 +1,5 @@
 // CSV Filter Data: the row removal against the plain walk from the last row
-// down (including an error half way), and the action through its entry point.
+// down, an error half way included (the golden filter tasks cover the action).
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -12,18 +12,11 @@
 #include "core/errors.h"
 #include "loop/filter_data.h"
 #include "loop/record_filter.h"
-#include "test_host.h"
-#include "task/job_table.h"
 #include "table/record.h"
 #include "table/simple_csv_object.h"
 
 namespace qm {
 namespace {
-
-using test::FakeTask;
-using test::Host;
-
-constexpr int32_t kFilterData = 9;
 
 std::vector<std::u16string> Rows(const TSimpleCSVDataClass& table) {
   std::vector<std::u16string> rows;
@@ -78,49 +71,6 @@ Outcome RunFilter(const std::vector<std::u16string>& lines, std::initializer_lis
   return outcome;
 }
 
-TEST(FilterRows, MatchesTheWalkFromTheLastRowDown) {
-  struct Case {
-    const char* what;
-    std::vector<std::u16string> lines;
-    std::initializer_list<std::u16string_view> conditions;
-    bool orMode;
-    std::vector<std::u16string> kept;
-    std::vector<std::u16string> keptReversed;
-    std::optional<std::u16string> error;
-  };
-  const std::vector<std::u16string> fruit = {u"apple", u"banana", u"cherry"};
-  const Case cases[] = {
-      {"substring", fruit, {u"1,an,0,0"}, false, {u"banana"}, {u"apple", u"cherry"}, {}},
-      {"OR", fruit, {u"1,a,0,0", u"1,e,0,0"}, true, fruit, {}, {}},
-      {"AND", fruit, {u"1,a,0,0", u"1,e,0,0"}, false, {u"apple"}, {u"banana", u"cherry"}, {}},
-      {"no conditions", fruit, {}, false, fruit, {}, {}},
-      {"no rows", {}, {u"1,a,0,0"}, false, {}, {}, {}},
-      {"case-insensitive Unicode", {u"ÄPFEL", u"apfel", u"Äpfelchen"}, {u"1,äpf,0,0"}, false, {u"ÄPFEL", u"Äpfelchen"},
-       {u"apfel"}, {}},
-      {"regular expression", {u"a1", u"b22", u"c333"}, {u"1,^[ab]\\d+$,0,1"}, false, {u"a1", u"b22"}, {u"c333"}, {}},
-      // Rows 4 and 3 are decided before row 2, which has no second cell.
-      {"column out of range half way",
-       {u"k;x", u"d;x", u"short", u"d;x", u"k;k"},
-       {u"2,k,0,0"},
-       false,
-       {u"k|x", u"d|x", u"short", u"k|k"},
-       {u"k|x", u"d|x", u"short", u"d|x"},
-       u"List index out of bounds (1)"},
-      {"malformed pattern on the last row", fruit, {u"1,(a,0,1"}, false, fruit, fruit,
-       u"missing closing parenthesis at offset 2"},
-  };
-  for (const Case& c : cases) {
-    for (const bool reverse : {false, true}) {
-      const Outcome mine = RunFilter(c.lines, c.conditions, c.orMode, reverse, FilterRows);
-      const Outcome reference = RunFilter(c.lines, c.conditions, c.orMode, reverse, ReferenceFilter);
-      EXPECT_EQ(mine.rows, reverse ? c.keptReversed : c.kept) << c.what << (reverse ? " reversed" : "");
-      EXPECT_EQ(mine.rows, reference.rows) << c.what << (reverse ? " reversed" : "");
-      EXPECT_EQ(mine.error, c.error) << c.what;
-      EXPECT_EQ(mine.error, reference.error) << c.what;
-    }
-  }
-}
-
 // Random tables of short rows, so that an index error strikes anywhere, with
 // random conditions in both modes.
 TEST(FilterRows, AgreesWithTheWalkOnRandomTables) {
@@ -149,26 +99,6 @@ TEST(FilterRows, AgreesWithTheWalkOnRandomTables) {
     ASSERT_EQ(mine.rows, reference.rows) << "round " << round;
     ASSERT_EQ(mine.error, reference.error) << "round " << round;
   }
-}
-
-class FilterDataTest : public testing::Test {
- protected:
-  void SetUp() override {
-    Host().events.clear();
-    Host().variables.clear();
-  }
-  void TearDown() override {
-    task.JobStop(kFilterData, 1);
-    EXPECT_EQ(task.References(), 0);
-  }
-  FakeTask task{{atSimple, atSimple}};
-};
-
-TEST_F(FilterDataTest, WithoutATableReportsCodeOne) {
-  EXPECT_FALSE(task.Exec(kFilterData, 1, u"source=0\r\nconditionscount=0\r\n"));
-  EXPECT_EQ(Host().events, std::vector<std::u16string>{
-                               u"error 1: CSV data is not defined. First you must read the CSV data from a file or "
-                               u"from text."});
 }
 
 }  // namespace

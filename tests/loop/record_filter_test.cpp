@@ -80,32 +80,6 @@ TEST(RecordFilter, StoredLinesAgainstRows) {
   }
 }
 
-TEST(RecordFilter, ParsedFields) {
-  struct Case {
-    std::u16string_view line;
-    int32_t column;
-    std::u16string_view expression;
-    bool caseSensitive;
-    bool regex;
-  };
-  const Case cases[] = {
-      {u"2,\"New York\",0,0", 1, u"New York", false, false},
-      {u"1,^a.c$,1,1", 0, u"^a.c$", false, true},  // a pattern carries its own case
-      {u"1,,1,0", 0, u"", true, false},
-      {u"-2147483648,x", 2147483647, u"x", false, false},  // 32-bit wrap-around
-  };
-  for (const auto& c : cases) {
-    TRecordFilterList list;
-    list.AddFilter(c.line);
-    const TCSVRecordFilter& f = list.Filter(0);
-    EXPECT_EQ(f.Column(), c.column) << Narrow(c.line);
-    EXPECT_EQ(f.AsRegExp(), c.regex);
-    EXPECT_EQ(f.CaseSensitive(), c.caseSensitive);
-    EXPECT_EQ(f.Substring(), c.regex ? u"" : c.expression);
-    EXPECT_EQ(f.RegExObj() ? f.RegExObj()->Pattern() : u"", c.regex ? c.expression : u"");
-  }
-}
-
 TEST(RecordFilter, Errors) {
   struct Case {
     std::u16string_view line;
@@ -174,21 +148,6 @@ TEST(RecordFilterList, CombinationAndEarlyStop) {
     if (result.empty()) result = passes ? "pass" : "fail";
     EXPECT_EQ(result, c.result) << c.lines.size() << " conditions, or " << c.orMode << ", " << Narrow(c.cell);
   }
-}
-
-TEST(RecordFilterList, ClearKeepsTheMode) {
-  TRecordFilterList list;
-  EXPECT_FALSE(list.OrFilterMode());
-  list.SetOrFilterMode(true);
-  list.AddFilter(0, u"x", false, false);
-  list.AddFilter(1, u"^y", true, true);
-  EXPECT_FALSE(list.CheckFilters(Row({u"a", u"Y"})));  // the pattern is case-sensitive
-  EXPECT_TRUE(list.CheckFilters(Row({u"X", u"b"})));
-  EXPECT_THROW(list.Filter(2), EListError);
-  list.ClearFilters();
-  EXPECT_EQ(list.Count(), 0);
-  EXPECT_TRUE(list.OrFilterMode());
-  EXPECT_TRUE(list.CheckFilters(Row({})));
 }
 
 TEST(RecordFilter, FoldBufferReusedAcrossRows) {

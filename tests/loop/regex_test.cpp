@@ -77,21 +77,5 @@ TEST_P(RegexEngines, Outcomes) {
   }
 }
 
-TEST(Regex, CompilesLazilyOnce) {
-  Regex regex(u"^a", true);
-  EXPECT_EQ(regex.Pattern(), u"^a");
-  EXPECT_TRUE(regex.Caseless());
-  EXPECT_FALSE(regex.IsCompiled());
-  EXPECT_TRUE(regex.Search(u"Abc"));
-  EXPECT_TRUE(regex.IsCompiled());
-  EXPECT_EQ(regex.UsesJit(), Regex::JitAvailable());
-  EXPECT_FALSE(regex.Search(std::u16string_view{}));  // an empty view without a pointer
-
-  Regex interpreted(u"^a", true, false);
-  interpreted.Compile();
-  EXPECT_TRUE(interpreted.IsCompiled());
-  EXPECT_FALSE(interpreted.UsesJit());
-}
-
 }  // namespace
 }  // namespace qm
