@@ -54,7 +54,8 @@ std::u16string Expand(std::u16string_view text) {
 }
 
 void ExpandText(const char16_t* source, char16_t* buf, int32_t* bufSize, LongBool* error) {
-  const std::u16string result = Expand(Z(source));
+  std::u16string result = Expand(Z(source));
+  if (Host().expansionFilter) Host().expansionFilter(result);
   const auto needed = static_cast<int32_t>((result.size() + 1) * sizeof(char16_t));
   *error = needed > *bufSize ? kLongTrue : kLongFalse;
   if (needed <= *bufSize) std::memcpy(buf, result.c_str(), static_cast<size_t>(needed));

@@ -23,6 +23,9 @@ struct TestHost {
   std::vector<std::u16string> events;
   std::map<void*, int32_t> blocks;
   int badFrees = 0;
+  // Called on every expansion result before the plug-in sees it (the fuzz
+  // target keeps file names inside its own folder this way).
+  void (*expansionFilter)(std::u16string& text) = nullptr;
 };
 
 TestHost& Host();
