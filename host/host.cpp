@@ -24,7 +24,8 @@ void FreeMemory(void** p, int32_t size) {
 
 void ExpandText(const char16_t* source, char16_t* buf, int32_t* bufSize, LongBool* error) {
   Host& host = Host::Instance();
-  const std::u16string result = host.Expand(Z(source));
+  std::u16string result = host.Expand(Z(source));
+  if (host.options.expansionFilter) host.options.expansionFilter(result);
   const auto needed = static_cast<int32_t>((result.size() + 1) * sizeof(char16_t));
   const bool fits = needed <= *bufSize;
   if (host.options.traceExpand) {

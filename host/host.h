@@ -16,6 +16,9 @@ struct HostOptions {
   bool traceExpand = false;   // print every ExpandText call
   bool refuseBridge = false;  // the task interface refuses IQmTaskBridge
   std::u16string selectedVariable = u"{picked}";
+  // Rewrites every expansion result before the plug-in sees it (a test host
+  // keeps file names inside its own folder this way); none in qmhost.
+  void (*expansionFilter)(std::u16string& text) = nullptr;
 };
 
 // Host variable names compare without regard to ASCII letter case.

@@ -26,6 +26,8 @@ packages=(
   xvfb xauth                            # a display for Wine when there is none (xvfb-run)
   unicode-data                          # UnicodeData.txt for the case-folding table
   imagemagick fonts-dejavu-core         # scripts/make-csv-icon.sh
+  clang libclang-rt-dev llvm            # the fuzz preset: clang, its libFuzzer and sanitizer
+                                        # runtimes, llvm-symbolizer for readable reports
 )
 
 missing=()

@@ -1,17 +1,21 @@
 #!/usr/bin/env bash
 # The project's one test command: checks the machine, configures and builds the
-# native and win64 presets, then runs CTest for native and for win64 (under Wine,
-# on a virtual display when there is none). Exits non-zero unless both builds
-# and both test runs pass.
+# native, win64, sanitize and fuzz presets, then runs CTest for each: native,
+# win64 (under Wine, on a virtual display when there is none), sanitize (every
+# test under AddressSanitizer and UndefinedBehaviorSanitizer) and fuzz (each
+# fuzz target's seeds, then a short fixed-time run of it). Exits non-zero
+# unless every build and every test run passes.
 #
 #   bash scripts/test.sh
 #
-# Environment: QMCSV_JOBS (build parallelism, default 2).
+# Environment: QMCSV_JOBS (build parallelism, default 2); QMCSV_PRESETS (the
+# presets to run, default "native win64 sanitize fuzz").
 set -uo pipefail
 
 repo=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$repo"
 jobs=${QMCSV_JOBS:-2}
+read -r -a presets <<<"${QMCSV_PRESETS:-native win64 sanitize fuzz}"
 start=$SECONDS
 
 step() { printf '\n=== %s (%ds)\n' "$*" $((SECONDS - start)); }
@@ -31,7 +35,7 @@ passed_total=0
 failed_total=0
 status=0
 
-for preset in native win64; do
+for preset in "${presets[@]}"; do
   step "configure and build $preset"
   if cmake --preset "$preset" && cmake --build --preset "$preset" -j "$jobs"; then
     built[$preset]=yes
@@ -42,7 +46,7 @@ for preset in native win64; do
   fi
 done
 
-for preset in native win64; do
+for preset in "${presets[@]}"; do
   [[ ${built[$preset]} == yes ]] || continue
   step "test $preset"
   run=(ctest --preset "$preset")
@@ -68,8 +72,8 @@ for preset in native win64; do
 done
 
 step "summary"
-for preset in native win64; do
-  printf '%-7s %s\n' "$preset:" "${summary[$preset]:-not run}"
+for preset in "${presets[@]}"; do
+  printf '%-9s %s\n' "$preset:" "${summary[$preset]:-not run}"
 done
 echo "tests: $passed_total passed, $failed_total failed"
 exit $status

@@ -7,10 +7,21 @@
 # The task runs with the work folder as its current folder, so tasks name
 # their files relatively. A first line "## qmhost: ARGS" replaces the default
 # arguments "run TASK". The transcript ends with the line "exit: <code>".
+# Header lines that change how qmhost runs (native build only):
+#   ## file-size-limit: KIB   no file qmhost writes may grow past KIB KiB (a
+#                             full disk); writes past it fail instead of
+#                             ending the process
+#   ## read-only: PATH...     these files and folders of the work folder lose
+#                             their write permission; as root, qmhost then runs
+#                             as user nobody, as root would write anyway
 # With the environment variable QMCSV_UPDATE_GOLDEN=1 the expected file is
 # rewritten from the actual transcript (review the diff before committing).
 cmake_minimum_required(VERSION 3.25)
 
+# A folder left read-only by an earlier run must become writable to go.
+if(EXISTS "${WORK}")
+  execute_process(COMMAND chmod -R u+w "${WORK}")
+endif()
 file(REMOVE_RECURSE "${WORK}")
 file(MAKE_DIRECTORY "${WORK}")
 file(GLOB data "${DATA}/*")
@@ -25,7 +36,28 @@ if(first MATCHES "^## qmhost: *(.*)$")
   list(TRANSFORM args REPLACE "^TASK$" "${TASK}")
 endif()
 
-execute_process(COMMAND ${EMULATOR} "${QMHOST}" ${args}
+set(wrap)
+file(STRINGS "${TASK}" limit REGEX "^## file-size-limit: *[0-9]+$")
+if(limit)
+  string(REGEX REPLACE "^## file-size-limit: *" "" limit "${limit}")
+  # Lines, not ";": a ";" would split the script into list items.
+  set(wrap bash -c "trap '' XFSZ\nulimit -f ${limit}\nexec \"$@\"" limited)
+endif()
+file(STRINGS "${TASK}" read_only REGEX "^## read-only: ")
+if(read_only)
+  string(REGEX REPLACE "^## read-only: *" "" read_only "${read_only}")
+  separate_arguments(read_only UNIX_COMMAND "${read_only}")
+  foreach(path ${read_only})
+    file(CHMOD "${WORK}/${path}" PERMISSIONS OWNER_READ GROUP_READ WORLD_READ
+         DIRECTORY_PERMISSIONS OWNER_READ OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+  endforeach()
+  execute_process(COMMAND id -u OUTPUT_VARIABLE uid OUTPUT_STRIP_TRAILING_WHITESPACE)
+  if(uid STREQUAL "0")
+    list(PREPEND wrap setpriv --reuid=65534 --regid=65534 --clear-groups)
+  endif()
+endif()
+
+execute_process(COMMAND ${wrap} ${EMULATOR} "${QMHOST}" ${args}
                 WORKING_DIRECTORY "${WORK}"
                 RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err TIMEOUT 300)
 string(APPEND out "exit: ${rc}\n")
