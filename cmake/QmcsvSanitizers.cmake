@@ -1,6 +1,6 @@
 # Instrumented native builds (see the "sanitize" and "fuzz" presets).
 #
-# QMCSV_SANITIZE: every target of the tree (library, qmhost, tests, benchmarks)
+# QMCSV_SANITIZE: every target of the tree but the benchmarks (library, qmhost, tests)
 # under AddressSanitizer and UndefinedBehaviorSanitizer; the first report ends
 # the program, so a test that triggers one fails.
 # QMCSV_FUZZ: clang only; the sources get the same sanitizers plus libFuzzer's
