@@ -478,5 +478,58 @@ TEST(CsvFiles, SaveCreatesTheFolderChainOrFails) {
   EXPECT_EQ(table.LastError(), u"Can not create folder");
 }
 
+// Records of any size load whole, from a file and from text, into a new
+// table and into one whose memory a smaller load left behind.
+TEST(CsvReader, RecordsOfAnySizeLoadWhole) {
+  std::mt19937 random(7);
+  std::string noise(300000, '\0');
+  for (char& c : noise) c = static_cast<char>(random());
+  std::string cells10 = "abcdefghi;";  // 200 MB of cells of nine letters
+  while (cells10.size() < 200000000) cells10 += cells10;
+  cells10.resize(200000000);
+  const struct {
+    const char* name;
+    std::string bytes;
+    TextEncoding encoding;
+    int32_t records;
+    int32_t cells;  // of the last record
+  } cases[] = {
+      {"long first line", std::string(32765, 'x') + "\n1\n", TextEncoding::UTF8, 2, 1},
+      {"10,000 columns", [] { std::string s; for (int r = 0; r < 3; ++r) s += std::string(9999, ';') + "\n"; return s; }(),
+       TextEncoding::UTF8, 3, 10000},
+      {"100,000-character cell", "h\n" + std::string(100000, 'y') + "\n", TextEncoding::UTF8, 2, 1},
+      {"random bytes as UTF-16", noise, TextEncoding::Unicode, -1, -1},
+      {"1,000,000 columns", std::string(999999, ';'), TextEncoding::UTF8, 1, 1000000},
+      {"100 MB cell", "a;" + std::string(100000000, 'z'), TextEncoding::UTF8, 1, 2},
+      {"200 MB line", std::move(cells10), TextEncoding::UTF8, 1, 20000001},
+  };
+  TempFolder folder;
+  const auto path = folder / "big.csv";
+  const std::string small = [] { std::string s; for (int r = 0; r < 20000; ++r) s += "1;2;3\n"; return s; }();
+  for (const auto& c : cases) {
+    WriteBytes(path, c.bytes);
+    const bool large = c.bytes.size() > 50000000;
+    for (int reload = large ? 1 : 0; reload < 2; ++reload) {
+      TSimpleCSVDataClass table;
+      table.SetEncoding(c.encoding);
+      if (reload) {
+        ASSERT_TRUE(table.LoadFromText(DecodeBytes(small, TextEncoding::UTF8)));
+      }
+      ASSERT_TRUE(table.LoadFromCSVFile(Wide(path))) << c.name;
+      const int32_t records = table.RecordCount();
+      const int32_t cells = records ? table.GetRow(records - 1)->Count() : 0;
+      if (c.records >= 0) {
+        EXPECT_EQ(records, c.records) << c.name;
+        EXPECT_EQ(cells, c.cells) << c.name;
+      }
+      if (large) continue;  // the text path is the same reader, at twice the memory
+      ASSERT_TRUE(table.LoadFromText(DecodeBytes(c.bytes, c.encoding))) << c.name;
+      if (c.records >= 0) {
+        EXPECT_EQ(table.RecordCount(), c.records) << c.name;
+      }
+    }
+  }
+}
+
 }  // namespace
 }  // namespace qm
