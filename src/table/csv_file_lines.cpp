@@ -104,6 +104,18 @@ size_t FileLines::FindCut(const char* bytes, size_t count) const {
   return 0;
 }
 
+size_t FileLines::FindNul(const char* bytes, size_t count) const {
+  if (unitBytes_ == 1) {
+    const void* nul = std::memchr(bytes, 0, count);
+    return nul ? static_cast<size_t>(static_cast<const char*>(nul) - bytes) + 1 : 0;
+  }
+  // Pieces start at an even byte and are read in even counts but at the end.
+  for (size_t k = 0; k + 1 < count; k += 2) {
+    if (bytes[k] == 0 && bytes[k + 1] == 0) return k + 2;
+  }
+  return 0;
+}
+
 size_t FileLines::CountBreaks(const char* bytes, size_t count) const {
   size_t lf = 0;
   if (unitBytes_ == 1) {
@@ -125,6 +137,7 @@ void FileLines::LoadPiece() {
   size_t want = kReadChunk;
   size_t cut = 0;
   bool end = false;
+  bool endedByNul = false;
   for (;;) {
     char* bytes = bytes_.Grow(held_ + want, held_);
     const size_t got = reader_.Read(bytes + held_, want);
@@ -136,6 +149,12 @@ void FileLines::LoadPiece() {
     }
     cut = FindCut(bytes, held_);
     if (cut > 0) break;
+    // No line break yet. A character 0 ends the text, so nothing past it is read.
+    if (const size_t nul = FindNul(bytes + held_ - got, got); nul > 0) {
+      cut = held_ - got + nul;
+      endedByNul = true;
+      break;
+    }
     want = held_;  // a very long line: read on, doubling
   }
   char* bytes = bytes_.data();
@@ -147,7 +166,9 @@ void FileLines::LoadPiece() {
       start = mark.size();
     }
     const size_t breaks = CountBreaks(bytes + start, cut - start);
-    const double scale = cut > start ? static_cast<double>(reader_.Size()) / static_cast<double>(cut - start) : 1.0;
+    const double scale = cut > start && !endedByNul
+                             ? static_cast<double>(reader_.Size()) / static_cast<double>(cut - start)
+                             : 1.0;
     hint_ = static_cast<size_t>(static_cast<double>(breaks + 1) * scale * 1.02) + 16;
   }
   if (direct_) {

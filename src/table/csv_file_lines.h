@@ -49,6 +49,8 @@ class FileLines final : public CsvLineSource {
   size_t FindCut(const char* bytes, size_t count) const;
 
   size_t CountBreaks(const char* bytes, size_t count) const;
+  // One past the first character 0 of the units in `bytes`, or 0.
+  size_t FindNul(const char* bytes, size_t count) const;
 
   void LoadPiece();
 

@@ -2,6 +2,8 @@
 // skip rules, the guarded operations and files in every encoding.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <functional>
 #include <random>
 #include <string>
@@ -529,6 +531,41 @@ TEST(CsvReader, RecordsOfAnySizeLoadWhole) {
       }
     }
   }
+}
+
+// A character 0 ends the text: a file of zeros is not read on for a line
+// break, in any of the reader's paths (the peak memory shows how far it read).
+TEST(CsvFiles, ACharacter0EndsTheReadingAtOnce) {
+#ifndef __linux__
+  GTEST_SKIP() << "peak memory is read from /proc";
+#else
+  auto peakKb = [] {
+    std::ifstream status("/proc/self/status");
+    std::string key;
+    long kb = 0;
+    while (status >> key && key != "VmHWM:") status.ignore(1 << 12, '\n');
+    status >> kb;
+    return kb;
+  };
+  TempFolder folder;
+  const auto path = folder / "zeros.csv";
+  { std::ofstream(path, std::ios::binary) << "a;b\n"; }
+  std::filesystem::resize_file(path, size_t{256} << 20);  // sparse: no disk
+  const struct {
+    TextEncoding encoding;
+    bool strict;
+  } cases[] = {{TextEncoding::UTF8, true}, {TextEncoding::UTF8, false}, {TextEncoding::Unicode, true},
+               {TextEncoding::ANSI, true}};
+  for (const auto& c : cases) {
+    std::ofstream("/proc/self/clear_refs") << "5";
+    const long before = peakKb();
+    TSimpleCSVDataClass table;
+    table.SetEncoding(c.encoding);
+    table.SetStrictDelimiter(c.strict);
+    table.LoadFromCSVFile(Wide(path));
+    EXPECT_LT(peakKb() - before, 32 << 10) << static_cast<int>(c.encoding);
+  }
+#endif
 }
 
 }  // namespace
