@@ -1,5 +1,7 @@
 #include "table/csv_writer.h"
 
+#include "core/errors.h"
+#include "core/messages.h"
 #include "platform/file_system.h"
 #include "table/line_scanner.h"
 #include "table/raw_buffer.h"
@@ -63,9 +65,41 @@ void Render(const TMemoryStrDataStorage& storage, const CsvWriteRules& rules, Si
   if (size) sink(std::u16string_view(data, size));
 }
 
+bool IsLineEndOrNul(char16_t c) { return c == 0 || c == u'\r' || c == u'\n'; }
+
+// Whether the cell goes out in quote characters: it holds the delimiter, the
+// quote character or, not strict, a character with code 1 to 32.
+bool NeedsQuotes(std::u16string_view cell, const TextFormat& f) {
+  for (const char16_t c : cell) {
+    if (c == f.delimiter || (c == f.quote && c != 0) || (!f.strict && c >= 1 && c <= 32)) return true;
+  }
+  return false;
+}
+
+// Raises before anything is written when the text could not be read back as
+// the same table: a record of two or more cells joined by a delimiter that is
+// 0 or a line break (which ends the text or the line), or quote characters
+// called for while there is none, or while it is a line break (a cell that
+// needs quoting, or a record of one empty cell, which is written as two quote
+// characters). With a usable delimiter and quote character nothing is looked at.
+void CheckReadsBack(const TMemoryStrDataStorage& storage, const CsvWriteRules& rules) {
+  const TextFormat& f = rules.format;
+  const bool badDelimiter = IsLineEndOrNul(f.delimiter);
+  const bool badQuote = IsLineEndOrNul(f.quote);
+  if (!badDelimiter && !badQuote) return;
+  ForEachLine(storage, rules, [&](const Record& record) {
+    const Record::Cells cells = record.AllCells();
+    bool loses = badDelimiter && cells.Count() > 1;
+    if (badQuote && f.quote != 0 && cells.Count() == 1 && cells[0].empty()) loses = true;
+    for (int32_t k = 0; badQuote && !loses && k < cells.Count(); ++k) loses = NeedsQuotes(cells[k], f);
+    if (loses) throw QmError(msg::kFormatLosesData);
+  });
+}
+
 }  // namespace
 
 void WriteCsvLines(const TMemoryStrDataStorage& storage, const CsvWriteRules& rules, std::vector<std::u16string>& lines) {
+  CheckReadsBack(storage, rules);
   lines.clear();
   lines.reserve(static_cast<size_t>(storage.RecordCount()) + 1);
   std::u16string line;
@@ -77,11 +111,13 @@ void WriteCsvLines(const TMemoryStrDataStorage& storage, const CsvWriteRules& ru
 }
 
 void WriteCsvText(const TMemoryStrDataStorage& storage, const CsvWriteRules& rules, std::u16string& text) {
+  CheckReadsBack(storage, rules);
   Render(storage, rules, [&](std::u16string_view part) { text.append(part); });
 }
 
 void WriteCsvFile(const TMemoryStrDataStorage& storage, const CsvWriteRules& rules, std::u16string_view fileName,
                   TextEncoding encoding) {
+  CheckReadsBack(storage, rules);  // before the file is made
   EncodedFileSink sink(fileName, encoding);
   Render(storage, rules, sink);
   sink.Close();

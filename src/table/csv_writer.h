@@ -1,6 +1,9 @@
 // Writes a table's storage as CSV text: the field names first when the
 // header line is on, then every record, each joined with the format and
-// followed by CR LF.
+// followed by CR LF. Text that could not be read back as the same table (a
+// delimiter that is 0 or a line break between cells, or a cell that needs
+// quote characters while there are none or they are line breaks) is never
+// written: each writer then raises the format error and writes nothing.
 #pragma once
 
 #include <string>

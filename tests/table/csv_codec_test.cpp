@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "core/messages.h"
 #include "core/utf.h"
 #include "table/simple_csv_object.h"
 #include "temp_folder.h"
@@ -203,7 +204,6 @@ TEST(CsvWriter, WritesWithTheSettingsAtSaveTime) {
        },
        u"1,\"a b\",x;y\r\n\"\"\r\n\"say \"\"hi\"\"\",\r\n"},
       {"single quote", [](TSimpleCSVDataClass& t) { t.SetQuoteChar(u'\''); }, u"1;a b;'x;y'\r\n''\r\nsay \"hi\";\r\n"},
-      {"no quote", [](TSimpleCSVDataClass& t) { t.SetQuoteChar(0); }, u"1;a b;x;y\r\n\r\nsay \"hi\";\r\n"},
   };
   for (const Case& c : cases) {
     TSimpleCSVDataClass table;
@@ -435,7 +435,10 @@ TEST(CsvFiles, Utf8FileMatchesEncodedText) {
       table.SetQuoteChar(format.quote);
       table.SetStrictDelimiter(format.strict);
       std::u16string text;
-      ASSERT_TRUE(table.SaveToText(text));
+      if (!table.SaveToText(text)) {  // a cell needs the quotes the format lacks
+        EXPECT_ANY_THROW(table.WriteToFile(Wide(folder / "out.csv"), TextEncoding::UTF8));
+        continue;
+      }
       table.WriteToFile(Wide(folder / "out.csv"), TextEncoding::UTF8);
       EXPECT_TRUE(ReadBytes(folder / "out.csv") == "\xEF\xBB\xBF" + EncodeText(text, TextEncoding::UTF8)) << round;
     }
@@ -566,6 +569,41 @@ TEST(CsvFiles, ACharacter0EndsTheReadingAtOnce) {
     EXPECT_LT(peakKb() - before, 32 << 10) << static_cast<int>(c.encoding);
   }
 #endif
+}
+
+// A format whose text could not be read back as the same table fails the
+// save and writes nothing; one that can is written, however odd.
+TEST(CsvWriter, RefusesTextThatCannotBeReadBack) {
+  const struct {
+    TextFormat format;
+    Cells row;
+    bool saves;
+  } cases[] = {
+      {{0, u'"', true}, {u"a", u"b"}, false},     {{u'\n', u'"', true}, {u"a", u"b"}, false},
+      {{u'\r', u'"', true}, {u"a", u"b"}, false}, {{u';', 0, true}, {u"a;b"}, false},
+      {{u';', 0, false}, {u"a b"}, false},        {{u';', u'\r', true}, {u"a;b"}, false},
+      {{u';', u'\n', true}, {u""}, false},        {{0, u'"', true}, {u"a"}, true},
+      {{u';', 0, true}, {u"a b", u""}, true},     {{u';', u'\r', true}, {u"a b"}, true},
+  };
+  TempFolder folder;
+  const auto path = folder / "out.csv";
+  for (const auto& c : cases) {
+    WriteBytes(path, "old");
+    TSimpleCSVDataClass table;
+    table.SetDelimiter(c.format.delimiter);
+    table.SetQuoteChar(c.format.quote);
+    table.SetStrictDelimiter(c.format.strict);
+    std::vector<std::u16string_view> cells(c.row.begin(), c.row.end());
+    table.Storage().AppendRecord(Record(cells));
+    std::u16string text = u"old";
+    EXPECT_EQ(table.SaveToText(text), c.saves) << Utf16ToUtf8(c.row[0]);
+    EXPECT_EQ(table.SaveToCSVFile(Wide(path)), c.saves);
+    if (!c.saves) {
+      EXPECT_TRUE(text.empty());
+      EXPECT_EQ(ReadBytes(path), "old");
+      EXPECT_EQ(table.LastError(), msg::kFormatLosesData);
+    }
+  }
 }
 
 }  // namespace
