@@ -32,6 +32,9 @@ inline constexpr std::u16string_view kColumnOutOfRange = u"Column number is out 
 inline constexpr std::u16string_view kListEmpty = u"List is empty";
 inline constexpr std::u16string_view kValueEmpty = u"Value is empty";
 inline constexpr std::u16string_view kColumnCountDiffers = u"The number of columns is different";
+inline constexpr std::u16string_view kFormatLosesData =
+    u"The table cannot be saved in this format: the delimiter or the quote character is empty or a line break, "
+    u"or a cell holds the delimiter with no quote character to protect it";
 
 // Plug-in frame.
 inline constexpr std::u16string_view kOnlyOnePlugin = u"Project can have only one component TAFPlugin";

@@ -1,6 +1,7 @@
 #include "core/utf.h"
 
 #include <cstdint>
+#include <cstring>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -12,61 +13,110 @@ namespace {
 
 constexpr char16_t kReplacement = 0xFFFD;
 
-void AppendCodePoint(std::u16string& out, uint32_t cp) {
+}  // namespace
+
+size_t DecodeUtf8Sequence(const char* bytes, size_t count, char16_t*& out) {
+  const auto* s = reinterpret_cast<const uint8_t*>(bytes);
+  const uint8_t b0 = s[0];
+  if (b0 < 0x80) {
+    *out++ = b0;
+    return 1;
+  }
+  int extra;
+  uint32_t cp;
+  uint8_t lo = 0x80, hi = 0xBF;  // range of the second byte
+  if (b0 >= 0xC2 && b0 <= 0xDF) {
+    extra = 1, cp = b0 & 0x1Fu;
+  } else if (b0 >= 0xE0 && b0 <= 0xEF) {
+    extra = 2, cp = b0 & 0x0Fu;
+    if (b0 == 0xE0) lo = 0xA0;  // no overlong forms
+    if (b0 == 0xED) hi = 0x9F;  // no surrogates
+  } else if (b0 >= 0xF0 && b0 <= 0xF4) {
+    extra = 3, cp = b0 & 0x07u;
+    if (b0 == 0xF0) lo = 0x90;
+    if (b0 == 0xF4) hi = 0x8F;  // nothing above U+10FFFF
+  } else {
+    *out++ = kReplacement;
+    return 1;
+  }
+  size_t j = 1;
+  for (int k = 0; k < extra; ++k, ++j) {
+    if (j >= count) {
+      *out++ = kReplacement;
+      return j;
+    }
+    const uint8_t b = s[j];
+    if (b < (k == 0 ? lo : 0x80) || b > (k == 0 ? hi : 0xBF)) {
+      *out++ = kReplacement;
+      return j;
+    }
+    cp = (cp << 6) | (b & 0x3Fu);
+  }
   if (cp < 0x10000) {
-    out.push_back(static_cast<char16_t>(cp));
+    *out++ = static_cast<char16_t>(cp);
   } else {
     cp -= 0x10000;
-    out.push_back(static_cast<char16_t>(0xD800 + (cp >> 10)));
-    out.push_back(static_cast<char16_t>(0xDC00 + (cp & 0x3FF)));
+    *out++ = static_cast<char16_t>(0xD800 + (cp >> 10));
+    *out++ = static_cast<char16_t>(0xDC00 + (cp & 0x3FF));
   }
+  return j;
+}
+
+namespace {
+
+constexpr uint64_t kHighBits = 0x8080808080808080ull;
+
+inline uint64_t Load8(const char* p) {
+  uint64_t v;
+  std::memcpy(&v, p, 8);
+  return v;
 }
 
 }  // namespace
 
-std::u16string Utf8ToUtf16(std::string_view in) {
-  std::u16string out;
-  out.reserve(in.size());
+size_t DecodeUtf8(const char* in, size_t n, char16_t* out) {
+  const auto* s = reinterpret_cast<const uint8_t*>(in);
+  char16_t* o = out;
   size_t i = 0;
-  const size_t n = in.size();
   while (i < n) {
-    const auto b0 = static_cast<uint8_t>(in[i]);
-    if (b0 < 0x80) {
-      out.push_back(b0);
-      ++i;
-      continue;
-    }
-    int extra = 0;
-    uint32_t cp = 0;
-    uint32_t min = 0;
-    if ((b0 & 0xE0) == 0xC0) {
-      extra = 1, cp = b0 & 0x1F, min = 0x80;
-    } else if ((b0 & 0xF0) == 0xE0) {
-      extra = 2, cp = b0 & 0x0F, min = 0x800;
-    } else if ((b0 & 0xF8) == 0xF0) {
-      extra = 3, cp = b0 & 0x07, min = 0x10000;
-    } else {
-      out.push_back(kReplacement);
-      ++i;
-      continue;
-    }
-    size_t j = i + 1;
-    bool ok = true;
-    for (int k = 0; k < extra; ++k, ++j) {
-      if (j >= n || (static_cast<uint8_t>(in[j]) & 0xC0) != 0x80) {
-        ok = false;
+    // Plain ASCII sixteen or eight bytes at a time.
+#if defined(__SSE2__)
+    // The widened block is stored whole; only its ASCII prefix counts. Output
+    // never runs ahead of input, so the stores stay within the room.
+    while (i + 16 <= n) {
+      const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(in + i));
+      const __m128i zero = _mm_setzero_si128();
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(o), _mm_unpacklo_epi8(v, zero));
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(o + 8), _mm_unpackhi_epi8(v, zero));
+      const int mask = _mm_movemask_epi8(v);
+      if (mask) {
+        const int ascii = __builtin_ctz(static_cast<unsigned>(mask));
+        o += ascii;
+        i += static_cast<size_t>(ascii);
         break;
       }
-      cp = (cp << 6) | (static_cast<uint8_t>(in[j]) & 0x3F);
+      o += 16;
+      i += 16;
     }
-    if (!ok || cp < min || cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) {
-      out.push_back(kReplacement);
-      i = j;  // resume at the first byte that did not fit
+#endif
+    while (i + 8 <= n && (Load8(in + i) & kHighBits) == 0) {
+      for (int k = 0; k < 8; ++k) o[k] = s[i + k];
+      o += 8;
+      i += 8;
+    }
+    if (i >= n) break;
+    if (s[i] < 0x80) {
+      *o++ = s[i++];
       continue;
     }
-    AppendCodePoint(out, cp);
-    i = j;
+    i += DecodeUtf8Sequence(in + i, n - i, o);
   }
+  return static_cast<size_t>(o - out);
+}
+
+std::u16string Utf8ToUtf16(std::string_view in) {
+  std::u16string out(in.size(), u'\0');
+  out.resize(DecodeUtf8(in.data(), in.size(), out.data()));
   return out;
 }
 

@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "core/simd_scan.h"
-#include "table/text_encoding.h"
+#include "core/utf.h"
 
 namespace qm {
 

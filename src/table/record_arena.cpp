@@ -14,11 +14,18 @@ void* RecordArena::AllocateAnew(size_t bytes) {
     own_.push_back({block, bytes});
     return block;
   }
+  // The next chunk, new or kept from an earlier load, holds at least the request.
   if (used_ == chunks_.size()) {
-    const size_t size =
-        chunks_.empty() ? kFirstChunkBytes : std::min(chunks_.back().bytes * 2, kLastChunkBytes);
+    const size_t grown = chunks_.empty() ? kFirstChunkBytes : std::min(chunks_.back().bytes * 2, kLastChunkBytes);
+    const size_t size = std::max(grown, bytes);
     chunks_.reserve(chunks_.size() + 1);
     chunks_.push_back({static_cast<char*>(AllocateLargeBlock(size)), size});
+  } else if (chunks_[used_].bytes < bytes) {
+    Chunk& chunk = chunks_[used_];
+    const size_t size = std::max(chunk.bytes * 2, bytes);
+    char* memory = static_cast<char*>(AllocateLargeBlock(size));
+    FreeLargeBlock(chunk.memory, chunk.bytes);
+    chunk = {memory, size};
   }
   const Chunk& chunk = chunks_[used_++];
   next_ = chunk.memory + bytes;

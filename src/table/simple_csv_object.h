@@ -9,13 +9,13 @@
 #include <vector>
 
 #include "core/delimited_text.h"
+#include "table/csv_reader.h"
+#include "table/csv_writer.h"
 #include "table/memory_data_storage.h"
 #include "table/record.h"
 #include "table/text_encoding.h"
 
 namespace qm {
-
-class CsvLineSource;
 
 class TSimpleCSVDataClass {
  public:
@@ -92,9 +92,8 @@ class TSimpleCSVDataClass {
   const TMemoryStrDataStorage& Storage() const noexcept { return storage_; }
 
  private:
-  void ReadLines(CsvLineSource& source);
-  template <typename Sink>
-  void Render(Sink&& sink) const;
+  CsvReadRules ReadRules() const;
+  CsvWriteRules WriteRules() const { return {format_, headerLine_}; }
   template <typename Operation>
   bool Guard(Operation&& operation);
 
@@ -108,10 +107,5 @@ class TSimpleCSVDataClass {
   bool skipComments_ = false;
   std::u16string commentChars_;
 };
-
-// Writes lines to a file in `encoding`: the byte-order mark first where the
-// encoding has one (UTF-8 EF BB BF, Unicode FF FE), every line followed by
-// CR LF. An existing file is replaced. Raises EFileError.
-void WriteLinesToFile(std::u16string_view fileName, const std::vector<std::u16string>& lines, TextEncoding encoding);
 
 }  // namespace qm

@@ -38,12 +38,6 @@ size_t DecodeInto(TextEncoding encoding, const char* bytes, size_t count, char16
 size_t MaxEncodedBytes(TextEncoding encoding, size_t unitCount);
 size_t EncodeInto(TextEncoding encoding, const char16_t* text, size_t count, char* out);
 
-// Decodes the one UTF-8 character that starts at `bytes` (count > 0) into
-// `out`, advancing it, and returns the bytes used. A malformed sequence gives
-// one U+FFFD per maximal subpart and never uses a byte below 0x80 other than
-// its first, so line breaks are always seen.
-size_t DecodeUtf8Sequence(const char* bytes, size_t count, char16_t*& out);
-
 // Whole-text conversions; no byte-order mark is read or written.
 std::u16string DecodeBytes(std::string_view bytes, TextEncoding encoding);
 std::string EncodeText(std::u16string_view text, TextEncoding encoding);

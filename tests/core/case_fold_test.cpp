@@ -91,17 +91,8 @@ TEST(CaseFold, MatchesTheUnicodeDataWhenInstalled) {
   }
 }
 
-TEST(CaseFold, ReusedBufferAndInPlaceFolding) {
-  std::u16string out;
-  FoldCase(u"A LONG FIRST TEXT THAT SETS THE CAPACITY", out);
-  const char16_t* buffer = out.data();
-  for (std::u16string_view text : {u"ÄB", u"", u"ΣΟΦΙΑ AND MORE", u"X"}) {
-    FoldCase(text, out);
-    EXPECT_EQ(out.size(), text.size());
-    EXPECT_EQ(out.data(), buffer);  // no reallocation
-  }
-  EXPECT_EQ(out, u"x");
-
+// Folding in place: the output may be the input.
+TEST(CaseFold, InPlaceFolding) {
   std::u16string text = u"ÄPFEL \U00010400 ΣΟΦΙΑ";
   FoldCase(text.data(), text.size(), text.data());
   EXPECT_EQ(text, u"äpfel \U00010428 σοφια");

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/text_lines.h"
+#include "core/utf.h"
 #include "core/delimited_text.h"
 #include "table/line_scanner.h"
 
@@ -179,6 +180,29 @@ TEST(FastSplitAndJoin, AgreeWithReferenceOnRandomLines) {
       if (format.quote != 0 && format.quote != format.delimiter && format.strict && !expected.empty()) {
         EXPECT_EQ(SplitDelimited(joined, format), expected) << "line " << round;
       }
+    }
+  }
+}
+
+// The reader splits UTF-8 lines with decoding paths of its own; malformed
+// bytes must come out as the core decoder gives them, inside a cell and
+// quoted, with a short and a long run of text around them.
+TEST(FastSplitAndJoin, Utf8SplitDecodesMalformedBytesAsCore) {
+  const char* const malformed[] = {"\xff", "\x80\xbf", "\xe2\x82", "\xc0\x80", "\xc1\xbf", "\xe0\x80\x80",
+                                   "\xe0\x9f\xbf", "\xed\xa0\x80", "\xed\xbf\xbf", "\xf0\x80\x80\x80",
+                                   "\xf4\x90\x80\x80", "\xf0\x9f\x98", "\xf5\x80", "\xc3\xa4\xe4\xb8"};
+  const std::string padding(90, 'x');
+  for (const char* bytes : malformed) {
+    for (const std::string& cell : {std::string(bytes) + "y", "\"" + padding + bytes + "\"", padding + bytes}) {
+      const std::string line = cell + "\n";
+      std::vector<char16_t> text(line.size() + 16);
+      std::vector<uint32_t> ends(line.size() + 2);
+      const char* stop = nullptr;
+      Utf8LookAhead look;
+      ASSERT_EQ(SplitUtf8Line(line.data(), line.data() + line.size(), kSemicolonStrict, text.data(), ends.data(),
+                              stop, look), 1u);
+      const std::string plain = cell[0] == '"' ? cell.substr(1, cell.size() - 2) : cell;
+      EXPECT_EQ(std::u16string(text.data(), ends[0]), Utf8ToUtf16(plain)) << cell;
     }
   }
 }

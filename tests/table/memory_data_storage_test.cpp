@@ -181,27 +181,6 @@ std::vector<std::u16string> Keys(const TMemoryStrDataStorage& storage) {
   return keys;
 }
 
-TEST(MemoryDataStorage, SortNumericCountsBadNumbersAsZero) {
-  TMemoryStrDataStorage storage;
-  Fill(storage, {u"k"}, {{u"10"}, {u"9"}, {u"abc"}, {u""}});
-  storage.SortByField(0, true, false, true);
-  std::vector<std::u16string> ascending = Keys(storage);
-  ASSERT_EQ(ascending.size(), 4u);
-  EXPECT_EQ((std::vector<std::u16string>(ascending.begin() + 2, ascending.end())),
-            (std::vector<std::u16string>{u"9", u"10"}));
-  std::vector<std::u16string> first(ascending.begin(), ascending.begin() + 2);
-  std::sort(first.begin(), first.end());
-  EXPECT_EQ(first, (std::vector<std::u16string>{u"", u"abc"}));
-
-  // Descending is the exact reverse of what ascending gives from the same order.
-  TMemoryStrDataStorage other;
-  Fill(other, {u"k"}, {{u"10"}, {u"9"}, {u"abc"}, {u""}});
-  other.SortByField(0, true, true, true);
-  std::vector<std::u16string> descending = Keys(other);
-  std::reverse(descending.begin(), descending.end());
-  EXPECT_EQ(descending, ascending);
-}
-
 TEST(MemoryDataStorage, SortTextFoldsOnlyAsciiLetters) {
   struct Case {
     const char* name;

@@ -71,20 +71,6 @@ TEST(Record, ArenaRecordsMoveToTheHeapWhenChangedOrCopied) {
   EXPECT_EQ(Cells(kept[2]), (V{u"a", u"bc", u"", u""}));
 }
 
-TEST(Record, ArenaServesLargeAndManyBlocks) {
-  RecordArena arena;
-  std::vector<Record> records;
-  const std::u16string big(3 << 20, u'x');  // larger than a quarter chunk: a block of its own
-  const uint32_t bigEnd[] = {static_cast<uint32_t>(big.size())};
-  records.push_back(Record::InArena(arena, big, bigEnd));
-  const uint32_t smallEnds[] = {2, 4};
-  for (int i = 0; i < 100000; ++i) records.push_back(Record::InArena(arena, u"abcd", smallEnds));
-  EXPECT_EQ(records.front().Cell(0).size(), big.size());
-  EXPECT_EQ(records.back().Cell(1), u"cd");
-  EXPECT_EQ(records[500].Cell(0), u"ab");
-  records.clear();
-}
-
 TEST(Record, RewoundArenaRefillsItsChunksAndGivesBackTheRest) {
   RecordArena arena;
   void* first = arena.Allocate(16);

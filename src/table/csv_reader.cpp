@@ -1,0 +1,61 @@
+#include "table/csv_reader.h"
+
+#include <algorithm>
+#include <string>
+
+#include "core/convert.h"
+#include "core/errors.h"
+#include "core/messages.h"
+
+namespace qm {
+
+namespace {
+
+[[noreturn]] void RaiseTextEmpty() { throw QmError(msg::kTextEmpty); }
+
+}  // namespace
+
+void ReadCsv(CsvLineSource& source, const CsvReadRules& read, TMemoryStrDataStorage& storage) {
+  // The old records' memory holds the new ones; whatever the load leaves
+  // unused, also after a failure, goes back when it ends.
+  storage.ClearForReload();
+  struct ReleaseUnused {
+    TMemoryStrDataStorage& storage;
+    ~ReleaseUnused() { storage.ReleaseUnusedMemory(); }
+  } releaseUnused{storage};
+  std::u16string_view line;
+  if (!source.Next(line)) RaiseTextEmpty();
+  // A negative count points before the first line: the line list's own
+  // index error, as for any other bad index.
+  if (read.skipFirst < 0) RaiseListIndexError(read.skipFirst);
+  for (int32_t k = 0; k < read.skipFirst; ++k) {
+    if (!source.Next(line)) RaiseTextEmpty();
+  }
+  SkipRules rules;
+  rules.blank = read.skipEmpty;
+  if (read.skipComments) rules.comment = read.commentChars;
+  while (rules.Skips(line)) {
+    if (!source.Next(line)) RaiseTextEmpty();
+  }
+
+  LineSplitter splitter(read.format);
+  const size_t fieldCount = splitter.Split(line, 0);
+  for (size_t k = 0; k < fieldCount; ++k) {
+    if (read.headerLine) {
+      storage.AppendFieldName(splitter.Cell(k));
+    } else {
+      storage.AppendFieldName(u"field" + IntToStr(static_cast<int64_t>(k)));
+    }
+  }
+  const size_t hint = source.LineCountHint();
+  storage.SetCapacity(static_cast<int32_t>(std::min<size_t>(hint, 0x7FFFFFFF)));
+  // Without a header the first data line is also the first record.
+  if (!read.headerLine) storage.AppendRecord(splitter.MakeRecord(fieldCount, fieldCount, storage.Arena()));
+  bool skipped = false;
+  size_t count = 0;
+  while (source.NextData(rules, splitter, fieldCount, skipped, count)) {
+    if (!skipped) storage.AppendRecord(splitter.MakeRecord(count, fieldCount, storage.Arena()));
+  }
+}
+
+}  // namespace qm
