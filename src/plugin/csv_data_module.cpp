@@ -10,6 +10,7 @@
 #include "boundary/host_services.h"
 #include "boundary/plugin_params.h"
 #include "task/job_table.h"
+#include "task/live_objects.h"
 
 namespace qm {
 
@@ -70,6 +71,13 @@ TCSVDataDM::TCSVDataDM() {
     action.OnActionDelete = [](TAction&, TAFActionParams&) {};
     action.OnJobStop = [this](TAction& a, QmTaskBridge& t, TAFActionParams& p) { ActionJobStop(a, t, p); };
   }
+}
+
+TCSVDataDM::~TCSVDataDM() {
+  // Only the catalogue the host initialised has tasks; a module that was
+  // refused (a second initialisation, an old host) leaves them alone. A loop
+  // still releases its task reference here, while the host's records live.
+  if (TAFPlugin::Current() == &Plugin) LiveObjects::Instance().DestroyAll();
 }
 
 void TCSVDataDM::ReadHostSettings() {
