@@ -5,8 +5,10 @@
 namespace qm {
 
 LiveObjects& LiveObjects::Instance() {
-  static LiveObjects registry;
-  return registry;
+  // Never destroyed: the data module empties it while the library unloads,
+  // after the statics made later than the module have already gone.
+  static auto* registry = new LiveObjects();
+  return *registry;
 }
 
 void LiveObjects::AddErased(void* object, const std::type_info& kind, void (*destroy)(void*)) {

@@ -15,8 +15,10 @@ TCSVSourceSettings ReadSourceSettings(const TQMParamParser& params) {
   s.Source = source == 1 ? CsvSource::File : (source == 2 ? CsvSource::Text : CsvSource::PreviousAction);
   s.FileName = ExpandVariables(params.GetString(u"filename"));
   s.Encoding = EncodingFromIndex(params.GetIntegerDef(u"encoding", 0));
+  // A line the block does not hold reads as empty and adds nothing, so only
+  // the lines present are read, however large the count.
   const int32_t lineCount = params.GetIntegerDef(u"linecount", 0);
-  for (int32_t i = 0; i < lineCount; ++i) {
+  for (const int32_t i : params.PresentIndices(u"line", lineCount, &SourceLineKey)) {
     // An expanded line may hold breaks of its own; an empty one adds nothing.
     for (const auto& line : SplitLines(ExpandVariables(params.GetString(SourceLineKey(i))))) {
       s.Text += line;
