@@ -50,6 +50,7 @@ std::u16string HostText(void* window, uintptr_t which) {
 }  // namespace
 
 TCSVDataDM::TCSVDataDM() {
+  LiveObjects::Instance();  // made here, before the host's tasks run on threads of their own
   ImageCollection.push_back({u"csv", std::vector<uint8_t>(kCsvImagePng, kCsvImagePng + kCsvImagePngSize)});
   Plugin.Description = u"CSV Data";
   Plugin.ID = 717399667;
@@ -77,7 +78,7 @@ TCSVDataDM::~TCSVDataDM() {
   // Only the catalogue the host initialised has tasks; a module that was
   // refused (a second initialisation, an old host) leaves them alone. A loop
   // still releases its task reference here, while the host's records live.
-  if (TAFPlugin::Current() == &Plugin) LiveObjects::Instance().DestroyAll();
+  if (TAFPlugin::Current() == &Plugin) LiveObjects::Release();
 }
 
 void TCSVDataDM::ReadHostSettings() {

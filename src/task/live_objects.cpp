@@ -4,11 +4,23 @@
 
 namespace qm {
 
+namespace {
+// Made at the first use (the data module's construction) and gone with
+// Release(), which the data module calls while the library unloads: a
+// static of its own would already be destroyed by then.
+LiveObjects* g_registry = nullptr;
+}  // namespace
+
 LiveObjects& LiveObjects::Instance() {
-  // Never destroyed: the data module empties it while the library unloads,
-  // after the statics made later than the module have already gone.
-  static auto* registry = new LiveObjects();
-  return *registry;
+  if (!g_registry) g_registry = new LiveObjects();
+  return *g_registry;
+}
+
+void LiveObjects::Release() {
+  if (!g_registry) return;
+  g_registry->DestroyAll();
+  delete g_registry;
+  g_registry = nullptr;
 }
 
 void LiveObjects::AddErased(void* object, const std::type_info& kind, void (*destroy)(void*)) {

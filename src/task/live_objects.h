@@ -17,6 +17,9 @@ class LiveObjects {
  public:
   // The plug-in's one registry.
   static LiveObjects& Instance();
+  // Destroys every object still registered, then the registry itself (the
+  // library's unload); a later Instance() starts afresh.
+  static void Release();
 
   // Registers an object the registry may destroy at unload (registering it
   // again changes nothing). The kind is the exact type it is asked for as.
