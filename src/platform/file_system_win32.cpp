@@ -83,6 +83,10 @@ size_t FileReader::Read(void* buffer, size_t count) {
 // The path of the file an existing path leads to, its links followed; the
 // path itself when there is no such file yet.
 std::u16string FinalPath(std::u16string_view path) {
+  const DWORD attributes = GetFileAttributesW(NativePath(path).c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
+    return std::u16string(path);
+  }
   HANDLE h = CreateFileW(NativePath(path).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                          OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
   if (h == INVALID_HANDLE_VALUE) return std::u16string(path);
@@ -130,11 +134,16 @@ void FileWriter::Close() {
   bool placed = CloseHandle(h);
   if (placed) {
     // ReplaceFileW keeps the replaced file's attributes and security; a file
-    // not there (any more) is simply moved into place.
-    const bool exists = GetFileAttributesW(target.c_str()) != INVALID_FILE_ATTRIBUTES;
+    // not there is simply moved into place, and a folder is left for
+    // MoveFileExW to refuse.
+    const DWORD attributes = GetFileAttributesW(target.c_str());
+    const bool exists = attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
     placed = exists && ReplaceFileW(target.c_str(), partial.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
                                     nullptr);
-    if (!exists || (!placed && GetLastError() == ERROR_FILE_NOT_FOUND)) {
+    // Where ReplaceFileW refuses (the file went meanwhile, a file system or
+    // a Wine version without its support), both files are as they were:
+    // the plain move still puts the data in place.
+    if (!placed) {
       placed = MoveFileExW(partial.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
     }
   }

@@ -30,7 +30,7 @@ TEST(FileWriter, ReplacesTheFileALinkNamesAndKeepsItsMode) {
   fs::create_directories(dir / "real");
   const fs::path file = dir / "real" / "data.csv";
   std::ofstream(file) << "old";
-  const auto mode = fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read;
+  [[maybe_unused]] const auto mode = fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read;
 #ifndef _WIN32
   fs::permissions(file, mode);
 #endif
