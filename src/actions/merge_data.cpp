@@ -4,7 +4,6 @@
 #include "core/messages.h"
 #include "boundary/plugin_params.h"
 #include "task/step_settings.h"
-#include "task/step_settings.h"
 #include "task/job_table.h"
 #include "table/simple_csv_object.h"
 
@@ -22,17 +21,6 @@ enum : uint32_t {
   kColumnCountDiffers = 5,
   kAddRowFailed = 6,
 };
-
-// Gives the table to add `fieldCount` columns by position: empty unnamed
-// columns at the end, or its last columns dropped.
-void AdjustColumns(TSimpleCSVDataClass& table, int32_t fieldCount) {
-  while (table.FieldCount() < fieldCount) {
-    if (!table.InsertColumn(-1, ColumnFill::Empty, u"", u"")) break;
-  }
-  while (table.FieldCount() > fieldCount) {
-    if (!table.RemoveColumn(table.FieldCount() - 1)) break;
-  }
-}
 
 }  // namespace
 
@@ -63,7 +51,9 @@ bool ExecMergeData(QmTaskBridge& task, TQMPluginParams& params) {
       ReportFailure(task, kColumnCountDiffers, msg::kColumnCountDiffers);
       return false;
     }
-    AdjustColumns(added, target->FieldCount());
+    // Empty unnamed columns added at the end, or the last ones dropped: by
+    // position, in one pass.
+    added.Storage().SetFieldCount(target->FieldCount());
   }
   for (int32_t row = 0; row < added.RecordCount(); ++row) {
     // Records added before a failure stay in the task's table.

@@ -1,5 +1,7 @@
 #include "boundary/param_parser.h"
 
+#include <algorithm>
+
 #include "core/convert.h"
 #include "core/text_lines.h"
 
@@ -9,12 +11,11 @@ namespace {
 
 char16_t FoldAscii(char16_t c) { return c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - 32) : c; }
 
-bool SameName(std::u16string_view a, std::u16string_view b) {
-  if (a.size() != b.size()) return false;
-  for (size_t i = 0; i < a.size(); ++i) {
-    if (FoldAscii(a[i]) != FoldAscii(b[i])) return false;
-  }
-  return true;
+// Names compare with ASCII letters folded, nothing else.
+std::u16string FoldedName(std::u16string_view name) {
+  std::u16string folded(name);
+  for (auto& c : folded) c = FoldAscii(c);
+  return folded;
 }
 
 std::u16string_view NameOf(std::u16string_view line) {
@@ -54,7 +55,16 @@ TQMParamParser::TQMParamParser(const TAFEventParams& params) {
   IsRemote = params.IsRemote != 0;
 }
 
-void TQMParamParser::SetText(std::u16string_view text) { lines_ = SplitLines(text); }
+void TQMParamParser::SetText(std::u16string_view text) {
+  lines_ = SplitLines(text);
+  Reindex();
+}
+
+void TQMParamParser::Reindex() {
+  index_.clear();
+  index_.reserve(lines_.size());
+  for (size_t i = 0; i < lines_.size(); ++i) index_.try_emplace(FoldedName(NameOf(lines_[i])), static_cast<int>(i));
+}
 
 std::u16string TQMParamParser::Text() const {
   std::u16string text;
@@ -66,10 +76,8 @@ std::u16string TQMParamParser::Text() const {
 }
 
 int TQMParamParser::Find(std::u16string_view name) const {
-  for (size_t i = 0; i < lines_.size(); ++i) {
-    if (SameName(NameOf(lines_[i]), name)) return static_cast<int>(i);
-  }
-  return -1;
+  const auto found = index_.find(FoldedName(name));
+  return found == index_.end() ? -1 : found->second;
 }
 
 std::u16string TQMParamParser::GetStringDef(std::u16string_view name, std::u16string_view fallback) const {
@@ -105,7 +113,12 @@ std::u16string TQMParamParser::GetStringsDef(std::u16string_view name, std::u16s
 void TQMParamParser::SetString(std::u16string_view name, std::u16string_view value) {
   const int i = Find(name);
   if (value.empty()) {
-    if (i >= 0) lines_.erase(lines_.begin() + i);
+    if (i >= 0) {
+      // The lines after it move up, and a later line of the same name
+      // becomes the first.
+      lines_.erase(lines_.begin() + i);
+      Reindex();
+    }
     return;
   }
   std::u16string line(name);
@@ -114,6 +127,7 @@ void TQMParamParser::SetString(std::u16string_view name, std::u16string_view val
   if (i >= 0) {
     lines_[static_cast<size_t>(i)] = std::move(line);
   } else {
+    index_.try_emplace(FoldedName(name), static_cast<int>(lines_.size()));
     lines_.push_back(std::move(line));
   }
 }
@@ -123,6 +137,28 @@ void TQMParamParser::SetInteger(std::u16string_view name, int32_t value) { SetSt
 void TQMParamParser::SetStrings(std::u16string_view name, const std::vector<std::u16string>& items) {
   SetInteger(std::u16string(name) + u"_count", static_cast<int32_t>(items.size()));
   for (size_t i = 0; i < items.size(); ++i) SetString(ListKey(name, static_cast<int32_t>(i)), items[i]);
+}
+
+std::vector<int32_t> TQMParamParser::PresentIndices(std::u16string_view prefix, int32_t count,
+                                                    std::u16string (*keyOf)(int32_t)) const {
+  std::vector<int32_t> indices;
+  const std::u16string start = FoldedName(prefix);
+  for (const auto& [name, line] : index_) {
+    if (name.size() <= start.size() || name.size() > start.size() + 8 || name.compare(0, start.size(), start) != 0) {
+      continue;
+    }
+    uint32_t value = 0;
+    bool digits = true;
+    for (size_t k = start.size(); k < name.size() && digits; ++k) {
+      const char16_t c = name[k];
+      digits = (c >= u'0' && c <= u'9') || (c >= u'A' && c <= u'F');
+      value = value * 16 + static_cast<uint32_t>(c <= u'9' ? c - u'0' : c - u'A' + 10);
+    }
+    const auto i = static_cast<int32_t>(value);
+    if (digits && i >= 0 && i < count && FoldedName(keyOf(i)) == name) indices.push_back(i);
+  }
+  std::sort(indices.begin(), indices.end());
+  return indices;
 }
 
 }  // namespace qm

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "abi/host_abi.h"
@@ -18,7 +19,10 @@ class TQMParamParser {
   // A block from its text (CR LF, LF or CR end a line).
   explicit TQMParamParser(std::u16string_view text) { SetText(text); }
 
-  void Clear() { lines_.clear(); }
+  void Clear() {
+    lines_.clear();
+    index_.clear();
+  }
   bool ParamExist(std::u16string_view name) const { return Find(name) >= 0; }
 
   std::u16string GetString(std::u16string_view name) const { return GetStringDef(name, {}); }
@@ -38,6 +42,14 @@ class TQMParamParser {
   void SetBool(std::u16string_view name, bool value) { SetString(name, value ? u"1" : u"0"); }
   void SetStrings(std::u16string_view name, const std::vector<std::u16string>& items);
 
+  // The indices below `count` for which the block holds the key keyOf(i),
+  // ascending. Found from the block's names, so a count far beyond what the
+  // block holds costs nothing: each name that starts with `prefix` (the
+  // common start of every keyOf(i), e.g. "line") and ends in hexadecimal
+  // digits is checked against keyOf of its value.
+  std::vector<int32_t> PresentIndices(std::u16string_view prefix, int32_t count,
+                                      std::u16string (*keyOf)(int32_t)) const;
+
   // The whole block, every line ending in CR LF.
   std::u16string Text() const;
   void SetText(std::u16string_view text);
@@ -50,7 +62,11 @@ class TQMParamParser {
 
  private:
   int Find(std::u16string_view name) const;
+  void Reindex();
   std::vector<std::u16string> lines_;
+  // Each name in ASCII upper case, to the first line that holds it: a key
+  // given twice reads as its first line.
+  std::unordered_map<std::u16string, int> index_;
 };
 
 // A zero-terminated UTF-16 text as a view (null gives the empty view).

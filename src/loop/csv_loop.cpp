@@ -1,55 +1,22 @@
 #include "loop/csv_loop.h"
 
-#include <mutex>
-#include <unordered_set>
-
 #include "core/convert.h"
 #include "core/errors.h"
 #include "table/record.h"
 #include "table/simple_csv_object.h"
+#include "task/live_objects.h"
 
 namespace qm {
 
-namespace {
-
-// Every loop object alive in this process. A slot's number is turned back
-// into a pointer only when it names one of them, so a stale or mangled value
-// reads as "no loop" instead of leading into freed memory. Loops of different
-// tasks come and go on different host threads, hence the lock.
-class LiveLoops {
- public:
-  void Add(const TCSVLoopClass* loop) {
-    std::lock_guard lock(mutex_);
-    loops_.insert(reinterpret_cast<uintptr_t>(loop));
-  }
-  void Remove(const TCSVLoopClass* loop) {
-    std::lock_guard lock(mutex_);
-    loops_.erase(reinterpret_cast<uintptr_t>(loop));
-  }
-  TCSVLoopClass* Find(uint64_t identity) {
-    std::lock_guard lock(mutex_);
-    if (identity > UINTPTR_MAX || !loops_.contains(static_cast<uintptr_t>(identity))) return nullptr;
-    return reinterpret_cast<TCSVLoopClass*>(static_cast<uintptr_t>(identity));
-  }
-
- private:
-  std::mutex mutex_;
-  std::unordered_set<uintptr_t> loops_;
-};
-
-LiveLoops& Live() {
-  static LiveLoops live;
-  return live;
-}
-
-}  // namespace
-
 TCSVLoopClass::TCSVLoopClass(const QmTaskBridge& ATaskIntf, int32_t ATaskID, int32_t AStep)
     : TBaseLoop(ATaskIntf, ATaskID, AStep) {
-  Live().Add(this);
+  // Registered for its whole life: a slot's number is turned back into a loop
+  // only while the loop lives, and a loop left saved when its task stops is
+  // freed when the library unloads.
+  LiveObjects::Instance().Add(this);
 }
 
-TCSVLoopClass::~TCSVLoopClass() { Live().Remove(this); }
+TCSVLoopClass::~TCSVLoopClass() { LiveObjects::Instance().Remove(this); }
 
 Record* TCSVLoopClass::CurrentRow() const { return FCSVobject ? FCSVobject->GetRow(FCurrentRow) : nullptr; }
 
@@ -90,15 +57,13 @@ std::u16string CSVLoopVariable(int32_t taskId, int32_t step) {
 }
 
 TCSVLoopClass* FindSavedCSVLoop(const QmTaskBridge& task, int32_t step) {
-  uint64_t identity = 0;
-  if (!TryStrToUInt64(task.GetPrivateVariable(CSVLoopVariable(task.TaskId(), step)), identity) || identity == 0) {
-    return nullptr;
-  }
-  return Live().Find(identity);
+  uint64_t number = 0;
+  if (!TryStrToUInt64(task.GetPrivateVariable(CSVLoopVariable(task.TaskId(), step)), number)) return nullptr;
+  return LiveObjects::Instance().Find<TCSVLoopClass>(number);
 }
 
 void SaveCSVLoop(const QmTaskBridge& task, int32_t step, const TCSVLoopClass* loop) {
-  task.SetPrivateVariable(CSVLoopVariable(task.TaskId(), step), UIntToStr(reinterpret_cast<uintptr_t>(loop)));
+  task.SetPrivateVariable(CSVLoopVariable(task.TaskId(), step), UIntToStr(LiveObjects::NumberOf(loop)));
 }
 
 }  // namespace qm

@@ -3,6 +3,7 @@
 #include "core/case_fold.h"
 #include "core/convert.h"
 #include "core/errors.h"
+#include "core/messages.h"
 #include "core/delimited_text.h"
 
 namespace qm {
@@ -43,7 +44,18 @@ TCSVRecordFilter::TCSVRecordFilter(int32_t AColNum, std::u16string_view AExpress
 TCSVRecordFilter::~TCSVRecordFilter() = default;
 
 bool TCSVRecordFilter::Matched(const Record& ARow) {
-  if (FAsRegExp) return FRegExObj->Search(ARow.At(FColumn));
+  if (FAsRegExp) {
+    const std::u16string_view cell = ARow.At(FColumn);
+    // A malformed pattern reports as it always has, with the library's words.
+    FRegExObj->Compile();
+    try {
+      return FRegExObj->Search(cell);
+    } catch (const ERegexError& e) {
+      // Too much work for this cell: say which condition it was.
+      throw ERegexError(
+          Format(msg::kRegexConditionFailed, {IntToStr(int64_t{FColumn} + 1), FRegExObj->Pattern(), e.Message()}));
+    }
+  }
   if (FSubstring.empty()) return true;
   const std::u16string_view cell = ARow.At(FColumn);
   if (FCase) return cell.find(FSubstring) != std::u16string_view::npos;

@@ -25,6 +25,29 @@ std::u16string LibraryMessage(int errorCode) {
 
 [[noreturn]] void RaiseLibraryError(int errorCode) { throw ERegexError(LibraryMessage(errorCode)); }
 
+// UTF semantics, and case-insensitive matching when asked; nothing else, so
+// a stored pattern means what it means in Perl: no multi-line, dot-all,
+// extended or anchored mode. Cells may hold invalid UTF-16 (a lone surrogate
+// from a file or a variable). Plain UTF mode would reject such a subject with
+// a UTF error, and skipping the check would be undefined behaviour;
+// PCRE2_MATCH_INVALID_UTF instead lets the search run and simply never
+// matches a character across the broken unit. It changes nothing for valid
+// text, and it spares the per-cell validity scan that plain UTF mode runs.
+uint32_t CompileOptions(bool caseless) {
+  uint32_t options = PCRE2_UTF | PCRE2_MATCH_INVALID_UTF;
+  if (caseless) options |= PCRE2_CASELESS;
+  return options;
+}
+
+// The callout of the counted search: one unit of the cell's budget per item
+// reached; an empty budget ends the search as the match limit does.
+int CountWork(pcre2_callout_block*, void* budget) {
+  auto& left = *static_cast<uint64_t*>(budget);
+  if (left == 0) return PCRE2_ERROR_MATCHLIMIT;
+  --left;
+  return 0;
+}
+
 }  // namespace
 
 void Regex::CodeDeleter::operator()(pcre2_code* p) const noexcept { pcre2_code_free(p); }
@@ -45,16 +68,7 @@ bool Regex::JitAvailable() noexcept {
 void Regex::Compile() {
   if (code_) return;
 
-  // UTF semantics, and case-insensitive matching when asked; nothing else, so
-  // a stored pattern means what it means in Perl: no multi-line, dot-all,
-  // extended or anchored mode. Cells may hold invalid UTF-16 (a lone surrogate
-  // from a file or a variable). Plain UTF mode would reject such a subject with
-  // a UTF error, and skipping the check would be undefined behaviour;
-  // PCRE2_MATCH_INVALID_UTF instead lets the search run and simply never
-  // matches a character across the broken unit. It changes nothing for valid
-  // text, and it spares the per-cell validity scan that plain UTF mode runs.
-  uint32_t options = PCRE2_UTF | PCRE2_MATCH_INVALID_UTF;
-  if (caseless_) options |= PCRE2_CASELESS;
+  const uint32_t options = CompileOptions(caseless_);
 
   int errorCode = 0;
   PCRE2_SIZE errorOffset = 0;
@@ -93,20 +107,49 @@ void Regex::Compile() {
   jit_ = jit;
 }
 
+void Regex::CompileCounted() {
+  if (countedCode_) return;
+  int errorCode = 0;
+  PCRE2_SIZE errorOffset = 0;
+  // The plain pattern compiled, so this one compiles too.
+  countedCode_.reset(pcre2_compile(reinterpret_cast<PCRE2_SPTR>(pattern_.data()), pattern_.size(),
+                                   CompileOptions(caseless_) | PCRE2_AUTO_CALLOUT, &errorCode, &errorOffset, nullptr));
+  if (!countedCode_) RaiseLibraryError(errorCode);
+  if (jit_) pcre2_jit_compile(countedCode_.get(), PCRE2_JIT_COMPLETE);
+}
+
+int Regex::MatchCounted(std::u16string_view subject, const char16_t* text) {
+  CompileCounted();
+  uint64_t budget = kCellCallouts + kCalloutsPerUnit * subject.size();
+  pcre2_set_match_limit(matchContext_.get(), kMatchLimit);
+  pcre2_set_callout(matchContext_.get(), &CountWork, &budget);
+  int rc = pcre2_match(countedCode_.get(), reinterpret_cast<PCRE2_SPTR>(text), subject.size(), 0, 0,
+                       matchData_.get(), matchContext_.get());
+  if (rc == PCRE2_ERROR_JIT_STACKLIMIT) {
+    // The rest of the same budget for the interpreter (see Search).
+    rc = pcre2_match(countedCode_.get(), reinterpret_cast<PCRE2_SPTR>(text), subject.size(), 0, PCRE2_NO_JIT,
+                     matchData_.get(), matchContext_.get());
+  }
+  pcre2_set_callout(matchContext_.get(), nullptr, nullptr);
+  return rc;
+}
+
 bool Regex::Search(std::u16string_view subject) {
   if (!code_) Compile();
   // An empty view may carry no pointer; the library wants one even for length 0.
   static constexpr char16_t kEmpty[1] = {0};
   const char16_t* text = subject.data() ? subject.data() : kEmpty;
+  // The fast search: the cell's budget shared among its start positions, so
+  // that however many there are, the cell's work stays bounded.
+  const uint64_t share = kCellMatchBudget / (uint64_t{subject.size()} + 1);
+  pcre2_set_match_limit(matchContext_.get(), static_cast<uint32_t>(share < 1 ? 1 : share));
   int rc = pcre2_match(code_.get(), reinterpret_cast<PCRE2_SPTR>(text), subject.size(), 0, 0, matchData_.get(),
                        matchContext_.get());
-  if (rc == PCRE2_ERROR_JIT_STACKLIMIT) {
-    // The JIT keeps every pending backtrack on its own stack; a long cell under
-    // a repeated group can outgrow it where the interpreter, which keeps them
-    // on the heap, still succeeds. Give the same answer either way.
-    rc = pcre2_match(code_.get(), reinterpret_cast<PCRE2_SPTR>(text), subject.size(), 0, PCRE2_NO_JIT,
-                     matchData_.get(), matchContext_.get());
-  }
+  // A start position that needs more than its share, or more stack than the
+  // JIT has (it keeps every pending backtrack on its own stack, where the
+  // interpreter uses the heap): the counted search decides, with the work of
+  // the whole cell bounded instead.
+  if (rc == PCRE2_ERROR_MATCHLIMIT || rc == PCRE2_ERROR_JIT_STACKLIMIT) rc = MatchCounted(subject, text);
   if (rc >= 0) return true;
   if (rc == PCRE2_ERROR_NOMATCH) return false;
   RaiseLibraryError(rc);

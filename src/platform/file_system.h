@@ -34,7 +34,9 @@ class FileReader {
 // Creates a file, replacing an existing one, and writes it a piece at a time.
 // The data goes to a partial file beside it first, which replaces the file
 // only when Close() succeeds: a write that fails half way, or a writer that
-// is destroyed without Close(), leaves the earlier file as it was.
+// is destroyed without Close(), leaves the earlier file as it was. A path
+// that is a symbolic link is written through to the file it points to, and a
+// replaced file keeps its permissions.
 class FileWriter {
  public:
   explicit FileWriter(std::u16string_view path);  // raises EFileError
@@ -51,6 +53,7 @@ class FileWriter {
 
  private:
   std::u16string path_;
+  std::u16string target_;  // the path with its links followed: the file replaced
   intptr_t handle_ = -1;
 };
 

@@ -92,9 +92,26 @@ size_t FileReader::Read(void* buffer, size_t count) {
   return done;
 }
 
+// The path with its symbolic links followed, as far as they lead (a link to
+// a file not there yet ends at that file's path).
+static std::string FinalPath(std::string path) {
+  for (int hops = 0; hops < 40; ++hops) {
+    struct stat st {};
+    if (::lstat(path.c_str(), &st) != 0 || !S_ISLNK(st.st_mode)) break;
+    std::string link(static_cast<size_t>(st.st_size > 0 ? st.st_size : 255) + 1, '\0');
+    const ssize_t n = ::readlink(path.c_str(), link.data(), link.size());
+    if (n < 0 || static_cast<size_t>(n) >= link.size()) break;
+    link.resize(static_cast<size_t>(n));
+    const size_t slash = path.find_last_of('/');
+    path = link.front() == '/' || slash == std::string::npos ? link : path.substr(0, slash + 1) + link;
+  }
+  return path;
+}
+
 FileWriter::FileWriter(std::u16string_view path) : path_(path) {
   const std::string native = NativePath(path);
-  const int fd = ::open(NativePath(PartialName(path)).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  target_ = Utf8ToUtf16(FinalPath(native));
+  const int fd = ::open(NativePath(PartialName(target_)).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
   if (fd < 0) Raise(msg::kCannotCreateFile, path, errno, native);
   handle_ = fd;
 }
@@ -102,7 +119,7 @@ FileWriter::FileWriter(std::u16string_view path) : path_(path) {
 FileWriter::~FileWriter() {
   if (handle_ < 0) return;
   ::close(static_cast<int>(handle_));
-  ::unlink(NativePath(PartialName(path_)).c_str());  // abandoned: the earlier file stays
+  ::unlink(NativePath(PartialName(target_)).c_str());  // abandoned: the earlier file stays
 }
 
 void FileWriter::Write(const void* data, size_t count) {
@@ -123,8 +140,12 @@ void FileWriter::Close() {
   const int fd = static_cast<int>(handle_);
   handle_ = -1;
   const std::string native = NativePath(path_);
-  const std::string partial = NativePath(PartialName(path_));
-  if (::close(fd) != 0 || ::rename(partial.c_str(), native.c_str()) != 0) {
+  const std::string target = NativePath(target_);
+  const std::string partial = NativePath(PartialName(target_));
+  // The new file takes the permissions of the one it replaces.
+  struct stat old {};
+  if (::stat(target.c_str(), &old) == 0 && S_ISREG(old.st_mode)) ::fchmod(fd, old.st_mode & 07777);
+  if (::close(fd) != 0 || ::rename(partial.c_str(), target.c_str()) != 0) {
     const int error = errno;
     ::unlink(partial.c_str());
     Raise(msg::kCannotCreateFile, path_, error, native);

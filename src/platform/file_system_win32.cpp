@@ -80,8 +80,29 @@ size_t FileReader::Read(void* buffer, size_t count) {
   return done;
 }
 
-FileWriter::FileWriter(std::u16string_view path) : path_(path) {
-  HANDLE h = CreateFileW(NativePath(PartialName(path)).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+// The path of the file an existing path leads to, its links followed; the
+// path itself when there is no such file yet.
+std::u16string FinalPath(std::u16string_view path) {
+  const DWORD attributes = GetFileAttributesW(NativePath(path).c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
+    return std::u16string(path);
+  }
+  HANDLE h = CreateFileW(NativePath(path).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                         OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  if (h == INVALID_HANDLE_VALUE) return std::u16string(path);
+  std::wstring final(MAX_PATH, L'\0');
+  DWORD n = GetFinalPathNameByHandleW(h, final.data(), static_cast<DWORD>(final.size()), FILE_NAME_NORMALIZED);
+  if (n >= final.size()) {
+    final.resize(n);
+    n = GetFinalPathNameByHandleW(h, final.data(), static_cast<DWORD>(final.size()), FILE_NAME_NORMALIZED);
+  }
+  CloseHandle(h);
+  if (n == 0 || n >= final.size()) return std::u16string(path);
+  return std::u16string(final.begin(), final.begin() + n);
+}
+
+FileWriter::FileWriter(std::u16string_view path) : path_(path), target_(FinalPath(path)) {
+  HANDLE h = CreateFileW(NativePath(PartialName(target_)).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                          FILE_ATTRIBUTE_NORMAL, nullptr);
   if (h == INVALID_HANDLE_VALUE) Raise(msg::kCannotCreateFile, path, GetLastError());
   handle_ = reinterpret_cast<intptr_t>(h);
@@ -90,7 +111,7 @@ FileWriter::FileWriter(std::u16string_view path) : path_(path) {
 FileWriter::~FileWriter() {
   if (handle_ == -1) return;
   CloseHandle(AsHandle(handle_));
-  DeleteFileW(NativePath(PartialName(path_)).c_str());  // abandoned: the earlier file stays
+  DeleteFileW(NativePath(PartialName(target_)).c_str());  // abandoned: the earlier file stays
 }
 
 void FileWriter::Write(const void* data, size_t count) {
@@ -108,9 +129,25 @@ void FileWriter::Close() {
   if (handle_ == -1) return;
   HANDLE h = AsHandle(handle_);
   handle_ = -1;
-  const std::wstring partial = NativePath(PartialName(path_));
-  if (!CloseHandle(h) ||
-      !MoveFileExW(partial.c_str(), NativePath(path_).c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+  const std::wstring partial = NativePath(PartialName(target_));
+  const std::wstring target = NativePath(target_);
+  bool placed = CloseHandle(h);
+  if (placed) {
+    // ReplaceFileW keeps the replaced file's attributes and security; a file
+    // not there is simply moved into place, and a folder is left for
+    // MoveFileExW to refuse.
+    const DWORD attributes = GetFileAttributesW(target.c_str());
+    const bool exists = attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+    placed = exists && ReplaceFileW(target.c_str(), partial.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
+                                    nullptr);
+    // Where ReplaceFileW refuses (the file went meanwhile, a file system or
+    // a Wine version without its support), both files are as they were:
+    // the plain move still puts the data in place.
+    if (!placed) {
+      placed = MoveFileExW(partial.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+    }
+  }
+  if (!placed) {
     const DWORD error = GetLastError();
     DeleteFileW(partial.c_str());
     Raise(msg::kCannotCreateFile, path_, error);

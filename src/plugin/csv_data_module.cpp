@@ -10,6 +10,7 @@
 #include "boundary/host_services.h"
 #include "boundary/plugin_params.h"
 #include "task/job_table.h"
+#include "task/live_objects.h"
 
 namespace qm {
 
@@ -49,6 +50,7 @@ std::u16string HostText(void* window, uintptr_t which) {
 }  // namespace
 
 TCSVDataDM::TCSVDataDM() {
+  LiveObjects::Instance();  // made here, before the host's tasks run on threads of their own
   ImageCollection.push_back({u"csv", std::vector<uint8_t>(kCsvImagePng, kCsvImagePng + kCsvImagePngSize)});
   Plugin.Description = u"CSV Data";
   Plugin.ID = 717399667;
@@ -70,6 +72,13 @@ TCSVDataDM::TCSVDataDM() {
     action.OnActionDelete = [](TAction&, TAFActionParams&) {};
     action.OnJobStop = [this](TAction& a, QmTaskBridge& t, TAFActionParams& p) { ActionJobStop(a, t, p); };
   }
+}
+
+TCSVDataDM::~TCSVDataDM() {
+  // Only the catalogue the host initialised has tasks; a module that was
+  // refused (a second initialisation, an old host) leaves them alone. A loop
+  // still releases its task reference here, while the host's records live.
+  if (TAFPlugin::Current() == &Plugin) LiveObjects::Release();
 }
 
 void TCSVDataDM::ReadHostSettings() {

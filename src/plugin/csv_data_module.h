@@ -20,6 +20,11 @@ struct HostSettings {
 class TCSVDataDM {
  public:
   TCSVDataDM();
+  // The initialised data module goes when the library unloads: the tables
+  // and loops its tasks left behind go with it.
+  ~TCSVDataDM();
+  TCSVDataDM(const TCSVDataDM&) = delete;
+  TCSVDataDM& operator=(const TCSVDataDM&) = delete;
 
   TAFPlugin Plugin;
   std::vector<PluginImage> ImageCollection;

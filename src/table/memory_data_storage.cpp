@@ -236,6 +236,26 @@ void TMemoryStrDataStorage::RemoveColumn(int32_t column) {
   for (Record& record : records_) record.Delete(column);
 }
 
+void TMemoryStrDataStorage::SetFieldCount(int32_t count) {
+  const int32_t have = FieldCount();
+  if (count < 0 || count == have) return;
+  if (count > have) {
+    fields_.resize(static_cast<size_t>(count));
+    for (Record& record : records_) record.PadTo(record.Count() + (count - have));
+    return;
+  }
+  fields_.resize(static_cast<size_t>(count));
+  std::vector<std::u16string_view> kept;
+  for (Record& record : records_) {
+    const Record::Cells cells = record.AllCells();
+    kept.clear();
+    for (int32_t k = 0; k < cells.Count(); ++k) {
+      if (k < count || k >= have) kept.push_back(cells[k]);
+    }
+    record = Record(kept);
+  }
+}
+
 void TMemoryStrDataStorage::SortByField(int32_t column, bool caseSensitive, bool descending, bool numeric) {
   const size_t count = records_.size();
   std::vector<uint32_t> order(count);

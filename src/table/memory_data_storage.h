@@ -66,6 +66,11 @@ class TMemoryStrDataStorage {
   void MoveColumn(int32_t from, int32_t to);
   // Deletes the field name, then the cell in every record.
   void RemoveColumn(int32_t column);
+  // Adds empty unnamed columns at the end (each record gets its empty cells
+  // after its last one) or removes the last columns (the cells at their
+  // positions), in one pass over the records. Every record must hold at least
+  // FieldCount() cells, as loaded and added records do.
+  void SetFieldCount(int32_t count);
   // Reorders the records by the cell at `column`. Not stable; descending is
   // the exact reverse of the ascending order.
   void SortByField(int32_t column, bool caseSensitive, bool descending, bool numeric);

@@ -5,6 +5,7 @@
 #include "core/convert.h"
 #include "boundary/task_bridge.h"
 #include "table/simple_csv_object.h"
+#include "task/live_objects.h"
 
 namespace qm {
 
@@ -13,19 +14,23 @@ constexpr std::u16string_view kJobTableVariable = u"$CSV_OBJECT$";
 }
 
 TSimpleCSVDataClass* GetJobTable(const QmTaskBridge& task) {
-  uint64_t identity = 0;
-  if (!TryStrToUInt64(task.GetPrivateVariable(kJobTableVariable), identity) || identity == 0) return nullptr;
-  return reinterpret_cast<TSimpleCSVDataClass*>(static_cast<uintptr_t>(identity));
+  uint64_t number = 0;
+  if (!TryStrToUInt64(task.GetPrivateVariable(kJobTableVariable), number)) return nullptr;
+  return LiveObjects::Instance().Find<TSimpleCSVDataClass>(number);
 }
 
 void SetJobTable(const QmTaskBridge& task, TSimpleCSVDataClass* table) {
-  task.SetPrivateVariable(kJobTableVariable, UIntToStr(reinterpret_cast<uintptr_t>(table)));
+  // From here on the registry vouches for the number, and frees the table at
+  // unload if the task never gets to free it.
+  if (table) LiveObjects::Instance().Add(table);
+  task.SetPrivateVariable(kJobTableVariable, UIntToStr(LiveObjects::NumberOf(table)));
 }
 
 void FreeJobTable(const QmTaskBridge& task) {
   TSimpleCSVDataClass* table = GetJobTable(task);
   if (!table) return;
   SetJobTable(task, nullptr);
+  LiveObjects::Instance().Remove(table);
   delete table;
 }
 

@@ -7,9 +7,12 @@ namespace qm {
 class QmTaskBridge;
 class TSimpleCSVDataClass;
 
-// The attached table, or null ("0", empty, absent or malformed: no table).
+// The attached table, or null ("0", empty, absent, malformed, or a number that
+// names no live table: no table).
 TSimpleCSVDataClass* GetJobTable(const QmTaskBridge& task);
-// Attaches a table (null detaches, written as "0"). The plug-in owns it.
+// Attaches a table (null detaches, written as "0"). The plug-in owns it: an
+// attached table is registered with LiveObjects and freed at unload at the
+// latest.
 void SetJobTable(const QmTaskBridge& task, TSimpleCSVDataClass* table);
 // The job-stop clean-up: detaches and destroys the table, if there is one.
 void FreeJobTable(const QmTaskBridge& task);

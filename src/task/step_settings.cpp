@@ -12,31 +12,6 @@ namespace qm {
 
 namespace {
 
-// The indexes below `count` of the typed-text lines the block holds (keys
-// "line" and 8 hexadecimal digits, any case), in order. A missing line adds
-// nothing, so a count far past the block's lines costs no more than the lines.
-std::vector<int32_t> StoredLineIndexes(const TQMParamParser& params, int32_t count) {
-  std::vector<int32_t> indexes;
-  for (const std::u16string& line : SplitLines(params.Text())) {
-    const std::u16string_view name = std::u16string_view(line).substr(0, line.find(u'='));
-    if (name.size() != 12 || (name[0] | 0x20) != u'l' || (name[1] | 0x20) != u'i' || (name[2] | 0x20) != u'n' ||
-        (name[3] | 0x20) != u'e')
-      continue;
-    uint32_t index = 0;
-    bool hex = true;
-    for (const char16_t c : name.substr(4)) {
-      const char16_t lower = c | 0x20;
-      const int digit = c >= u'0' && c <= u'9' ? c - u'0' : (lower >= u'a' && lower <= u'f' ? lower - u'a' + 10 : -1);
-      hex = hex && digit >= 0;
-      index = index << 4 | static_cast<uint32_t>(digit & 15);
-    }
-    if (hex && count > 0 && index < static_cast<uint32_t>(count)) indexes.push_back(static_cast<int32_t>(index));
-  }
-  std::sort(indexes.begin(), indexes.end());
-  indexes.erase(std::unique(indexes.begin(), indexes.end()), indexes.end());
-  return indexes;
-}
-
 }  // namespace
 
 std::u16string SourceLineKey(int32_t index) { return u"line" + IntToHex(static_cast<uint32_t>(index), 8); }
@@ -47,8 +22,10 @@ TCSVSourceSettings ReadSourceSettings(const TQMParamParser& params) {
   s.Source = source == 1 ? CsvSource::File : (source == 2 ? CsvSource::Text : CsvSource::PreviousAction);
   s.FileName = ExpandVariables(params.GetString(u"filename"));
   s.Encoding = EncodingFromIndex(params.GetIntegerDef(u"encoding", 0));
+  // A line the block does not hold reads as empty and adds nothing, so only
+  // the lines present are read, however large the count.
   const int32_t lineCount = params.GetIntegerDef(u"linecount", 0);
-  for (const int32_t i : StoredLineIndexes(params, lineCount)) {
+  for (const int32_t i : params.PresentIndices(u"line", lineCount, &SourceLineKey)) {
     // An expanded line may hold breaks of its own; an empty one adds nothing.
     for (const auto& line : SplitLines(ExpandVariables(params.GetString(SourceLineKey(i))))) {
       s.Text += line;

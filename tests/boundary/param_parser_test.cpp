@@ -3,6 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <vector>
+
+#include "core/convert.h"
+
 namespace qm {
 namespace {
 
@@ -55,6 +60,32 @@ TEST(ParamParser, SplitLinesFollowsTheLineBreakRules) {
   EXPECT_EQ(SplitLines(u"a\r\n"), (V{u"a"}));              // no empty line at the end
   EXPECT_EQ(SplitLines(std::u16string(u"a\0b", 3)), (V{u"a"}));
   EXPECT_TRUE(SplitLines(u"").empty());
+}
+
+
+// Keys are looked up through an index, not by scanning the block: a block of
+// many entries reads in linear time, and the first line of a name still wins.
+TEST(ParamParser, ManyEntriesReadFastAndFirstLineWins) {
+  constexpr int kEntries = 100'000;
+  std::u16string block;
+  for (int i = 0; i < kEntries; ++i) block += u"key" + IntToStr(i) + u"=" + IntToStr(i) + u"\n";
+  block += u"KEY7=later\n";
+  const auto start = std::chrono::steady_clock::now();
+  TQMParamParser p(block);
+  for (int i = 0; i < kEntries; ++i) ASSERT_EQ(p.GetInteger(u"Key" + IntToStr(i)), i);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+  p.SetString(u"key7", u"");
+  EXPECT_EQ(p.GetString(u"key7"), u"later");  // the next line of the name moves up
+}
+
+TEST(ParamParser, PresentIndicesComeFromTheBlocksNames) {
+  const TQMParamParser p(
+      u"line00000000=a\nLINE0000000a=b\nline7FFFFFFE=c\nline1=short\nlinezz=x\nline00000003\n"
+      u"line000000030=long\nline00000003=second\nother00000002=y");
+  const auto keyOf = +[](int32_t i) { return u"line" + IntToHex(static_cast<uint32_t>(i), 8); };
+  EXPECT_EQ(p.PresentIndices(u"line", 2147483647, keyOf), (std::vector<int32_t>{0, 3, 10, 0x7FFFFFFE}));
+  EXPECT_EQ(p.PresentIndices(u"line", 10, keyOf), (std::vector<int32_t>{0, 3}));
+  EXPECT_EQ(p.PresentIndices(u"line", 0, keyOf), std::vector<int32_t>{});
 }
 
 }  // namespace

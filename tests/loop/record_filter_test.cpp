@@ -98,7 +98,8 @@ TEST(RecordFilter, Errors) {
       {u"-2147483648,x", {u"a"}, "list: List index out of bounds (2147483647)"},
       {u"5,,0,1", {u"a"}, "list: List index out of bounds (4)"},  // an empty pattern reads the cell
       {u"1,(abc,0,1", {u"abc"}, "regex: missing closing parenthesis at offset 4"},
-      {u"1,(a+)+$,1,1", {u"aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa!"}, "regex: match limit exceeded"},
+      {u"1,(a+)+$,1,1", {u"aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa!"},
+       "regex: Condition on column 1 with regular expression \"(a+)+$\": match limit exceeded"},
   };
   for (const auto& c : cases) {
     TRecordFilterList list;

@@ -17,6 +17,12 @@ class RegexEngines : public testing::TestWithParam<bool> {};
 INSTANTIATE_TEST_SUITE_P(Engines, RegexEngines, testing::Values(true, false),
                          [](const testing::TestParamInfo<bool>& info) { return info.param ? "Jit" : "Interpreter"; });
 
+std::u16string Repeat(std::u16string_view unit, int times) {
+  std::u16string text;
+  for (int i = 0; i < times; ++i) text += unit;
+  return text;
+}
+
 // "match", "no match", or the message of the error raised.
 std::u16string Outcome(Regex& regex, std::u16string_view subject) {
   try {
@@ -64,6 +70,13 @@ TEST_P(RegexEngines, Outcomes) {
       {u"(a+)+$", false, std::u16string(40, u'a') + u"!", u"match limit exceeded"},
       {u"(a|aa)+$", false, std::u16string(60, u'a') + u"!", u"match limit exceeded"},
       {u"^(\\w+\\s?)*$", false, u"An input that ends with a character the class refuses!", u"match limit exceeded"},
+      // Each start position within its limit, but thousands of them: the
+      // work of the whole cell is bounded.
+      {u"(a+)+$", false, Repeat(u"aaaaaaaaaaaaaaaaa!", 120), u"match limit exceeded"},
+      {u"(a|aa)+$", false, Repeat(u"aaaaaaaaaaaaaaaaaaaaaaa!", 100), u"match limit exceeded"},
+      // A long cell that a sound pattern backtracks over, and one it scans.
+      {u"a.*b", false, u"a" + std::u16string(500'000, u'x'), u"no match"},
+      {u"\\d+-\\d+!", false, Repeat(u"12345-", 50'000), u"no match"},
       // 200,000 pending backtracks outgrow the JIT's stack; the answer stays.
       {u"^(a|b)*$", false, std::u16string(200'000, u'a'), u"match"},
       {u"^(a|b)*$", false, std::u16string(200'000, u'a') + u"c", u"no match"},
