@@ -1,7 +1,7 @@
 // Whole tasks in-process: random parameter blocks go through the plug-in's
 // catalogue and dispatcher to every executor, as the host calls them, with the
-// task's "$CSV_OBJECT$" absent, empty, "0", not a number, a real table, or
-// (with QMCSV_FUZZ_FORGED_IDENTITY=1 in the environment) a forged number.
+// task's "$CSV_OBJECT$" absent, empty, "0", not a number, a real table, or a
+// forged number.
 //
 // The input after its first byte is UTF-8 text: a line "[N]" (N = catalogue
 // index, taken modulo 13) or "[end]" (a loop's end step) starts a step, the
@@ -91,10 +91,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     types.push_back(step.index == kEndStep ? atEndLoop : step.index == kDataLoopIndex ? atBeginLoop : atSimple);
   qm::test::FakeTask task(types, 1 + (identity >> 4));
 
-  static const bool forge = [] {
-    const char* value = std::getenv("QMCSV_FUZZ_FORGED_IDENTITY");
-    return value && value[0] == '1';
-  }();
   std::u16string forged;
   switch (identity % 6) {
     case 0: break;
@@ -105,10 +101,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
       task.Exec(0, 0, u"source=2\r\nlinecount=2\r\nline00000000=a;b;c\r\nline00000001=1;2;3\r\n");
       break;
     case 5:
-      if (forge) {
-        forged = u"4096";
-        task.privateVariables[u"$CSV_OBJECT$"] = forged;
-      }
+      forged = u"4096";
+      task.privateVariables[u"$CSV_OBJECT$"] = forged;
       break;
   }
 
