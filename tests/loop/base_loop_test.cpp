@@ -18,22 +18,6 @@ constexpr int32_t S = atSimple;
 constexpr int32_t B = atBeginLoop;
 constexpr int32_t E = atEndLoop;
 
-TEST(BaseLoop, PrefixIsTaskAndStepInUpperCaseHex) {
-  struct Case {
-    int32_t task;
-    int32_t step;
-    std::u16string prefix;
-  };
-  const Case cases[] = {
-      {42, 3, u"0000002A_0003_"},
-      {0, 0, u"00000000_0000_"},
-      {0x7FFFFFFF, 0xFFFF, u"7FFFFFFF_FFFF_"},
-      {1, 0x12345, u"00000001_12345_"},  // more digits, never cut
-      {-1, 10, u"FFFFFFFF_000A_"},       // the 32-bit value of a negative identifier
-  };
-  for (const Case& c : cases) EXPECT_EQ(TBaseLoop::GetPrefix(c.task, c.step), c.prefix) << c.task << " " << c.step;
-}
-
 TEST(BaseLoop, StepAfterLoopFollowsTheDepthCountFromTheLoopsOwnStep) {
   struct Case {
     const char* what;

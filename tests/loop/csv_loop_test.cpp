@@ -44,32 +44,5 @@ TEST(CSVLoop, FollowsRowsDeletedAndAppendedBetweenPasses) {
   EXPECT_EQ(task.nextStep, 2);
 }
 
-TEST(CSVLoop, SavedLoopIsFoundOnlyThroughAValidIdentity) {
-  FakeTask task({atBeginLoop, atEndLoop}, 42);
-  const QmTaskBridge bridge = task.Bridge();
-  const std::u16string slot = u"0000002A_0003_$CSVLOOP$";
-
-  EXPECT_EQ(FindSavedCSVLoop(bridge, 3), nullptr) << "absent";
-  auto loop = std::make_unique<TCSVLoopClass>(bridge, 42, 3);
-  SaveCSVLoop(bridge, 3, loop.get());
-  EXPECT_EQ(task.privateVariables[slot], UIntToStr(reinterpret_cast<uintptr_t>(loop.get()))) << "its address in decimal";
-  EXPECT_EQ(FindSavedCSVLoop(bridge, 3), loop.get());
-  EXPECT_EQ(FindSavedCSVLoop(bridge, 4), nullptr) << "another step's slot";
-
-  const std::u16string saved = task.privateVariables[slot];
-  for (const std::u16string& bad : std::vector<std::u16string>{u"", u"0", u"abc", u"-1", u" " + saved, saved + u" ", u"+" + saved,
-                                   u"99999999999999999999999", u"12"}) {
-    task.privateVariables[slot] = bad;
-    EXPECT_EQ(FindSavedCSVLoop(bridge, 3), nullptr) << "slot value \"" << std::string(bad.begin(), bad.end()) << '"';
-  }
-
-  task.privateVariables[slot] = saved;
-  loop.reset();
-  EXPECT_EQ(FindSavedCSVLoop(bridge, 3), nullptr) << "a freed loop is no loop";
-
-  SaveCSVLoop(bridge, 3, nullptr);
-  EXPECT_EQ(task.privateVariables[slot], u"0");
-}
-
 }  // namespace
 }  // namespace qm

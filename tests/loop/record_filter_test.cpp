@@ -151,14 +151,6 @@ TEST(RecordFilterList, CombinationAndEarlyStop) {
   }
 }
 
-TEST(RecordFilter, FoldBufferReusedAcrossRows) {
-  TCSVRecordFilter filter(0, u"ABC", false, false);
-  const std::pair<std::u16string_view, bool> rows[] = {
-      {u"a much longer cell that ends in abc", true}, {u"ab", false}, {u"xab", false}, {u"", false}, {u"ABC", true},
-  };
-  for (const auto& [cell, matched] : rows) EXPECT_EQ(filter.Matched(Row({cell})), matched) << Narrow(cell);
-}
-
 TEST(ConditionStorage, KeysAndLines) {
   const std::pair<int32_t, std::u16string_view> keys[] = {
       {0, u"condition00000000"}, {9, u"condition00000009"}, {10, u"condition0000000A"}, {16, u"condition00000010"},

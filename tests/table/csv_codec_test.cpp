@@ -44,70 +44,6 @@ struct LoadCase {
   std::vector<Cells> rows;
 };
 
-TEST(CsvReader, LoadsTextWithTheSettings) {
-  auto none = [](TSimpleCSVDataClass&) {};
-  const LoadCase cases[] = {
-      {"default names", u"a;b;c", none, {u"field0", u"field1", u"field2"}, {{u"a", u"b", u"c"}}},
-      {"header only", u"x;y", [](TSimpleCSVDataClass& t) { t.SetHeaderLine(true); }, {u"x", u"y"}, {}},
-      {"pad and keep", u"1;2;3\r\n4;5\r\n6;7;8;9", none, {u"field0", u"field1", u"field2"},
-       {{u"1", u"2", u"3"}, {u"4", u"5", u""}, {u"6", u"7", u"8", u"9"}}},
-      {"loose comma", u"a, b ,c",
-       [](TSimpleCSVDataClass& t) {
-         t.SetDelimiter(u',');
-         t.SetStrictDelimiter(false);
-       },
-       {u"field0", u"field1", u"field2"}, {{u"a", u"b", u"c"}}},
-      {"strict comma", u"a, b ,c", [](TSimpleCSVDataClass& t) { t.SetDelimiter(u','); },
-       {u"field0", u"field1", u"field2"}, {{u"a", u" b ", u"c"}}},
-      {"skip first with header", u"junk\njunk\nh1;h2\n1;2",
-       [](TSimpleCSVDataClass& t) {
-         t.SetSkipFirst(2);
-         t.SetHeaderLine(true);
-       },
-       {u"h1", u"h2"}, {{u"1", u"2"}}},
-      {"skip first counts blank and comment lines", u"#c\n\nA;B\n#d\n1;2",
-       [](TSimpleCSVDataClass& t) {
-         t.SetSkipFirst(1);
-         t.SetSkipEmpty(true);
-         t.SetSkipComments(true);
-         t.SetCommentChars(u"#");
-         t.SetHeaderLine(true);
-       },
-       {u"A", u"B"}, {{u"1", u"2"}}},
-      {"comments need the prefix at the start", u"a;b\n//x\n //x\n",
-       [](TSimpleCSVDataClass& t) {
-         t.SetSkipComments(true);
-         t.SetCommentChars(u"//");
-       },
-       {u"field0", u"field1"}, {{u"a", u"b"}, {u" //x", u""}}},
-      {"empty comment chars never match", u"a\n\nb",
-       [](TSimpleCSVDataClass& t) { t.SetSkipComments(true); }, {u"field0"}, {{u"a"}, {u""}, {u"b"}}},
-      {"blank lines kept without skip", u"a;b\n\n \nc", none, {u"field0", u"field1"},
-       {{u"a", u"b"}, {u"", u""}, {u" ", u""}, {u"c", u""}}},
-      {"blank lines skipped", u"\n \t\na;b\n\n \nc", [](TSimpleCSVDataClass& t) { t.SetSkipEmpty(true); },
-       {u"field0", u"field1"}, {{u"a", u"b"}, {u"c", u""}}},
-      {"empty first line gives no fields", u"\na;b", none, {}, {{}, {u"a", u"b"}}},
-      {"quoted cells", u"\"a;b\";\"say \"\"hi\"\"\"\r\n", none, {u"field0", u"field1"},
-       {{u"a;b", u"say \"hi\""}}},
-      {"quoted cell does not span lines", u"\"a\r\nb\";c", none, {u"field0"}, {{u"a"}, {u"b\"", u"c"}}},
-      {"nul ends the text", std::u16string(u"a;b\n\0c;d", 8), none, {u"field0", u"field1"}, {{u"a", u"b"}}},
-      {"lf cr is two breaks", u"a\n\rb", none, {u"field0"}, {{u"a"}, {}, {u"b"}}},
-  };
-  for (const LoadCase& c : cases) {
-    TSimpleCSVDataClass table;
-    c.configure(table);
-    ASSERT_TRUE(table.LoadFromText(c.text)) << c.name;
-    EXPECT_EQ(Fields(table), c.fields) << c.name;
-    std::vector<Cells> expected = c.rows;
-    // Records are padded to the field count.
-    for (Cells& row : expected) {
-      while (row.size() < c.fields.size()) row.emplace_back();
-    }
-    EXPECT_EQ(Rows(table), expected) << c.name;
-
-  }
-}
-
 TEST(CsvReader, FailuresLeaveTheTableEmptyAndKeepTheMessage) {
   struct Case {
     const char* name;
@@ -143,69 +79,6 @@ TEST(CsvReader, FailuresLeaveTheTableEmptyAndKeepTheMessage) {
   // A success does not clear the message.
   EXPECT_TRUE(table.LoadFromText(u"a"));
   EXPECT_EQ(table.LastError(), u"Text is empty or contains no data");
-}
-
-TEST(CsvTable, GuardedOperationsReturnFalseWithTheListMessage) {
-  TSimpleCSVDataClass table;
-  ASSERT_TRUE(table.LoadFromText(u"a;b\n1;2\n3;4"));
-  std::u16string text = u"old";
-  EXPECT_FALSE(table.ReadCell(5, 0, text));
-  EXPECT_EQ(text, u"");
-  EXPECT_EQ(table.LastError(), u"List index out of bounds (5)");
-  EXPECT_EQ(table.GetRow(-1), nullptr);
-  EXPECT_EQ(table.LastError(), u"List index out of bounds (-1)");
-  EXPECT_FALSE(table.WriteCell(0, 2, u"x"));
-  EXPECT_EQ(table.LastError(), u"List index out of bounds (2)");
-  EXPECT_FALSE(table.RemoveRow(3));
-  EXPECT_FALSE(table.RemoveColumn(9));
-  EXPECT_EQ(table.LastError(), u"List index out of bounds (9)");
-  EXPECT_FALSE(table.MoveColumn(0, 3));
-  EXPECT_FALSE(table.SortByField(4, true, false, false));
-  EXPECT_EQ(table.LastError(), u"List index out of bounds (4)");
-
-  // A success does not clear the message.
-  EXPECT_TRUE(table.WriteCell(1, 1, u"x y"));
-  EXPECT_EQ(table.LastError(), u"List index out of bounds (4)");
-}
-
-TEST(CsvWriter, WritesWithTheSettingsAtSaveTime) {
-  struct Case {
-    const char* name;
-    std::function<void(TSimpleCSVDataClass&)> configure;
-    std::u16string text;
-  };
-  const Case cases[] = {
-      {"defaults, no header", [](TSimpleCSVDataClass&) {}, u"1;a b;\"x;y\"\r\n\"\"\r\n\"say \"\"hi\"\"\";\r\n"},
-      {"header", [](TSimpleCSVDataClass& t) { t.SetHeaderLine(true); },
-       u"id;\"na;me\"\r\n1;a b;\"x;y\"\r\n\"\"\r\n\"say \"\"hi\"\"\";\r\n"},
-      {"loose comma", [](TSimpleCSVDataClass& t) {
-         t.SetDelimiter(u',');
-         t.SetStrictDelimiter(false);
-       },
-       u"1,\"a b\",x;y\r\n\"\"\r\n\"say \"\"hi\"\"\",\r\n"},
-      {"single quote", [](TSimpleCSVDataClass& t) { t.SetQuoteChar(u'\''); }, u"1;a b;'x;y'\r\n''\r\nsay \"hi\";\r\n"},
-  };
-  for (const Case& c : cases) {
-    TSimpleCSVDataClass table;
-    table.Storage().AppendFieldName(u"id");
-    table.Storage().AppendFieldName(u"na;me");
-    table.AddRow(Record(std::vector<std::u16string_view>{u"1", u"a b", u"x;y"}));
-    table.Storage().AppendRecord(Record(std::vector<std::u16string_view>{u""}));
-    table.AddRow(Record(std::vector<std::u16string_view>{u"say \"hi\""}));
-    c.configure(table);
-    std::u16string text = u"old";
-    ASSERT_TRUE(table.SaveToText(text)) << c.name;
-    EXPECT_EQ(text, c.text) << c.name;
-    std::vector<std::u16string> lines{u"old"};
-    ASSERT_TRUE(table.SaveToStrings(lines));
-    std::u16string joined;
-    for (const auto& line : lines) joined += line + u"\r\n";
-    EXPECT_EQ(joined, c.text) << c.name;
-  }
-  TSimpleCSVDataClass empty;
-  std::u16string text = u"old";
-  ASSERT_TRUE(empty.SaveToText(text));
-  EXPECT_EQ(text, u"");
 }
 
 // ---- files ------------------------------------------------------------------
@@ -267,66 +140,6 @@ TEST(CsvFiles, ByteOrderMarkOnlySkippedForItsOwnEncoding) {
   WriteBytes(path, std::string("\xFE\xFFx\0", 4));  // big-endian mark is text
   ASSERT_TRUE(table.LoadFromCSVFile(Wide(path)));
   EXPECT_EQ(Rows(table), (std::vector<Cells>{{u"\ufffex"}}));
-}
-
-TEST(CsvFiles, MalformedBytesNeverFailALoad) {
-  struct Case {
-    const char* name;
-    TextEncoding encoding;
-    std::string bytes;
-    std::vector<Cells> rows;
-  };
-  const Case cases[] = {
-      {"truncated utf8", TextEncoding::UTF8, "a;\xE2\x82\r\nb;\xC3", {{u"a", u"\ufffd"}, {u"b", u"\ufffd"}}},
-      {"odd utf16", TextEncoding::Unicode, std::string("a\0;\0b", 5), {{u"a", u"\ufffd"}}},
-      {"broken utf7", TextEncoding::UTF7, "x+AGE;+!y;\xff\r\n", {{u"xa", u"!y", u"\ufffd"}}},
-      {"ascii high bytes", TextEncoding::ASCII, "\x80;\xff", {{u"?", u"?"}}},
-      {"nul in file ends text", TextEncoding::UTF8, std::string("a;b\r\n\0c;d\r\n", 11), {{u"a", u"b"}}},
-  };
-  TempFolder folder;
-  for (const Case& c : cases) {
-    const auto path = folder / (std::string(c.name) + ".csv");
-    WriteBytes(path, c.bytes);
-    TSimpleCSVDataClass table;
-    table.SetEncoding(c.encoding);
-    ASSERT_TRUE(table.LoadFromCSVFile(Wide(path))) << c.name;
-    EXPECT_EQ(Rows(table), c.rows) << c.name;
-  }
-}
-
-// Long files are read a piece at a time; lines that straddle the pieces, CR
-// only breaks, a line longer than a piece and UTF-16 all load as the whole text.
-TEST(CsvFiles, LargeFilesLoadAsTheirWholeText) {
-  std::mt19937 random(7);
-  const std::u16string alphabet = u"abc;\"\u00e9\u4e2d \r\n\r\n";
-  std::u16string text;
-  bool longLine = false;
-  while (text.size() < 1500000) {
-    const size_t run = random() % 300;
-    for (size_t k = 0; k < run; ++k) text.push_back(alphabet[random() % alphabet.size()]);
-    if (!longLine && text.size() > 600000) {
-      text.append(700000, u'x');
-      longLine = true;
-    }
-    text.append(random() % 2 ? u"\r\n" : u"\r");
-  }
-  TempFolder folder;
-  for (TextEncoding encoding : {TextEncoding::UTF8, TextEncoding::Unicode, TextEncoding::ANSI, TextEncoding::UTF7}) {
-    const auto path = folder / "large.csv";
-    const std::string bytes = std::string(ByteOrderMark(encoding)) + EncodeText(text, encoding);
-    WriteBytes(path, bytes);
-    TSimpleCSVDataClass fromFile, fromText;
-    fromFile.SetEncoding(encoding);
-    ASSERT_TRUE(fromFile.LoadFromCSVFile(Wide(path)));
-    ASSERT_TRUE(fromText.LoadFromText(DecodeBytes(EncodeText(text, encoding), encoding)));
-    ASSERT_EQ(fromFile.RecordCount(), fromText.RecordCount()) << static_cast<int>(encoding);
-    EXPECT_EQ(Fields(fromFile), Fields(fromText));
-    EXPECT_TRUE(Rows(fromFile) == Rows(fromText)) << static_cast<int>(encoding);
-    std::u16string a, b;
-    fromFile.SaveToText(a);
-    fromText.SaveToText(b);
-    EXPECT_TRUE(a == b);
-  }
 }
 
 // UTF-8 in a strict format is split straight from the bytes; any bytes, with
@@ -423,25 +236,6 @@ TEST(CsvFiles, Utf8FileMatchesEncodedText) {
       EXPECT_TRUE(ReadBytes(folder / "out.csv") == "\xEF\xBB\xBF" + EncodeText(text, TextEncoding::UTF8)) << round;
     }
   }
-}
-
-TEST(CsvFiles, OpenFailureKeepsTheOldTable) {
-  TempFolder folder;
-  TSimpleCSVDataClass table;
-  ASSERT_TRUE(table.LoadFromText(u"a;b\n1;2"));
-  const std::u16string missing = Wide(folder / "missing.csv");
-  EXPECT_FALSE(table.LoadFromCSVFile(missing));
-  EXPECT_EQ(table.LastError(),
-            u"Cannot open file \"" + missing + u"\". The system cannot find the file specified");
-  EXPECT_EQ(table.RecordCount(), 2);
-  EXPECT_EQ(table.FieldCount(), 2);
-
-  // An empty file opens, clears the table and then has no data.
-  WriteBytes(folder / "empty.csv", "");
-  EXPECT_FALSE(table.LoadFromCSVFile(Wide(folder / "empty.csv")));
-  EXPECT_EQ(table.LastError(), u"Text is empty or contains no data");
-  EXPECT_EQ(table.RecordCount(), 0);
-  EXPECT_EQ(table.FieldCount(), 0);
 }
 
 TEST(CsvFiles, SaveCreatesTheFolderChainOrFails) {

@@ -95,19 +95,6 @@ TEST(MemoryDataStorage, IndexErrorsNameTheOffendingIndex) {
   EXPECT_EQ(storage.FieldNames(), (Cells{u"a", u"b"}));
 }
 
-TEST(MemoryDataStorage, CellsAndNamesAreReadAndReplaced) {
-  TMemoryStrDataStorage storage;
-  Fill(storage, {u"a", u"b"}, {{u"1", u"2"}, {u"3", u"4"}});
-  storage.SetCellValue(1, 0, u"three");
-  storage.SetFieldsname(1, u"B");
-  EXPECT_EQ(storage.GetCellValue(1, 0), u"three");
-  EXPECT_EQ(storage.GetFieldName(1), u"B");
-  storage.GetDataRecord(0).Set(1, u"two");
-  EXPECT_EQ(storage.GetCellValue(0, 1), u"two");
-  storage.DeleteRecord(0);
-  EXPECT_EQ(Rows(storage), (std::vector<Cells>{{u"three", u"4"}}));
-}
-
 struct InsertCase {
   const char* name;
   int32_t position;
@@ -116,24 +103,6 @@ struct InsertCase {
   std::vector<Cells> rows;
 };
 
-TEST(MemoryDataStorage, InsertColumnPositionsAndFills) {
-  const InsertCase cases[] = {
-      {"beyond appends", 7, ColumnFill::Empty, {u"a", u"b", u"c", u"N"}, {{u"1", u"2", u"3", u""}, {u"4", u"5", u"6", u""}, {u"7", u"8", u"9", u""}}},
-      {"at count appends", 3, ColumnFill::Value, {u"a", u"b", u"c", u"N"}, {{u"1", u"2", u"3", u"v"}, {u"4", u"5", u"6", u"v"}, {u"7", u"8", u"9", u"v"}}},
-      {"negative appends", -5, ColumnFill::RowNumber, {u"a", u"b", u"c", u"N"}, {{u"1", u"2", u"3", u"1"}, {u"4", u"5", u"6", u"2"}, {u"7", u"8", u"9", u"3"}}},
-      {"first", 0, ColumnFill::RowNumber, {u"N", u"a", u"b", u"c"}, {{u"1", u"1", u"2", u"3"}, {u"2", u"4", u"5", u"6"}, {u"3", u"7", u"8", u"9"}}},
-      {"middle", 1, ColumnFill::Value, {u"a", u"N", u"b", u"c"}, {{u"1", u"v", u"2", u"3"}, {u"4", u"v", u"5", u"6"}, {u"7", u"v", u"8", u"9"}}},
-      {"unknown fill is empty", 1, static_cast<ColumnFill>(9), {u"a", u"N", u"b", u"c"}, {{u"1", u"", u"2", u"3"}, {u"4", u"", u"5", u"6"}, {u"7", u"", u"8", u"9"}}},
-  };
-  for (const InsertCase& c : cases) {
-    TMemoryStrDataStorage storage;
-    Fill(storage, {u"a", u"b", u"c"}, {{u"1", u"2", u"3"}, {u"4", u"5", u"6"}, {u"7", u"8", u"9"}});
-    storage.InsertColumn(c.position, c.fill, u"N", u"v");
-    EXPECT_EQ(storage.FieldNames(), c.fields) << c.name;
-    EXPECT_EQ(Rows(storage), c.rows) << c.name;
-  }
-}
-
 TEST(MemoryDataStorage, InsertIntoShortRecordFailsHalfWayWithoutRollback) {
   TMemoryStrDataStorage storage;
   Fill(storage, {u"a", u"b", u"c"}, {{u"1", u"2", u"3"}, {u"4"}, {u"7", u"8", u"9"}}, false);
@@ -141,30 +110,6 @@ TEST(MemoryDataStorage, InsertIntoShortRecordFailsHalfWayWithoutRollback) {
             u"List index out of bounds (2)");
   EXPECT_EQ(storage.FieldNames(), (Cells{u"a", u"b", u"N", u"c"}));
   EXPECT_EQ(Rows(storage), (std::vector<Cells>{{u"1", u"2", u"v", u"3"}, {u"4"}, {u"7", u"8", u"9"}}));
-}
-
-TEST(MemoryDataStorage, MoveAndRemoveColumns) {
-  struct Case {
-    int32_t from, to;
-    Cells fields;
-  };
-  const Case cases[] = {{0, 2, {u"B", u"C", u"A"}}, {2, 0, {u"C", u"A", u"B"}}, {1, 1, {u"A", u"B", u"C"}},
-                        {0, 1, {u"B", u"A", u"C"}}, {5, 5, {u"A", u"B", u"C"}}};
-  for (const Case& c : cases) {
-    TMemoryStrDataStorage storage;
-    Fill(storage, {u"A", u"B", u"C"}, {{u"A", u"B", u"C"}, {u"A", u"B", u"C", u"extra"}});
-    storage.MoveColumn(c.from, c.to);
-    EXPECT_EQ(storage.FieldNames(), c.fields) << c.from << "->" << c.to;
-    Cells longer = c.fields;
-    longer.push_back(u"extra");
-    EXPECT_EQ(Rows(storage), (std::vector<Cells>{c.fields, longer})) << c.from << "->" << c.to;
-  }
-
-  TMemoryStrDataStorage storage;
-  Fill(storage, {u"A", u"B", u"C"}, {{u"1", u"2", u"3"}, {u"4", u"5", u"6", u"7"}});
-  storage.RemoveColumn(1);
-  EXPECT_EQ(storage.FieldNames(), (Cells{u"A", u"C"}));
-  EXPECT_EQ(Rows(storage), (std::vector<Cells>{{u"1", u"3"}, {u"4", u"6", u"7"}}));
 }
 
 TEST(MemoryDataStorage, MoveIntoShortRecordKeepsEarlierRecordsMoved) {
@@ -260,14 +205,6 @@ TEST(MemoryDataStorage, SortTextMatchesOrdinalComparison) {
       EXPECT_EQ(numbers.size(), rows.size());
     }
   }
-}
-
-TEST(MemoryDataStorage, SortKeepsWholeRecordsAndNames) {
-  TMemoryStrDataStorage storage;
-  Fill(storage, {u"n", u"k"}, {{u"x", u"b"}, {u"y", u"c"}, {u"z", u"a", u"extra"}});
-  storage.SortByField(1, true, true, false);
-  EXPECT_EQ(Rows(storage), (std::vector<Cells>{{u"y", u"c"}, {u"x", u"b"}, {u"z", u"a", u"extra"}}));
-  EXPECT_EQ(storage.FieldNames(), (Cells{u"n", u"k"}));
 }
 
 TEST(MemoryDataStorage, TextToFloatSyntax) {
