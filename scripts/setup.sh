@@ -26,6 +26,7 @@ packages=(
   xvfb xauth                            # a display for Wine when there is none (xvfb-run)
   unicode-data                          # UnicodeData.txt for the case-folding table
   imagemagick fonts-dejavu-core         # scripts/make-csv-icon.sh
+  libstb-dev                            # stb_image_write: the dialog tests save screenshots as PNG
 )
 
 missing=()
