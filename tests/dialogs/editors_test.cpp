@@ -1,0 +1,284 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "boundary/param_parser.h"
+#include "core/messages.h"
+#include "dialogs/add_column_editor.h"
+#include "dialogs/cells_editor.h"
+#include "dialogs/information_editor.h"
+#include "dialogs/merge_editor.h"
+#include "dialogs/move_column_editor.h"
+#include "dialogs/open_data_editor.h"
+#include "dialogs/remove_columns_editor.h"
+#include "dialogs/remove_duplicates_editor.h"
+#include "dialogs/save_data_editor.h"
+#include "dialogs/sort_editor.h"
+
+namespace qm {
+namespace {
+
+// The source and format keys an empty block is saved with.
+const std::u16string kSourceRest = u"encoding=0\r\nskipfirst=0\r\nskipempty=1\r\nskipcomments=0\r\ncommentchars=#\r\n"
+                                   u"headerline=0\r\nlinecount=0\r\n";
+const std::u16string kFormat = u"delimiter=2\r\nquotechar=0\r\nstrictdelimiter=1\r\n";
+const std::u16string kPrevious = u"source=0\r\n" + kSourceRest + kFormat;
+const std::u16string kFile = u"source=1\r\n" + kSourceRest + kFormat;
+// Source and format keys as an editor writes them for typed text.
+const std::u16string kText = u"source=2\r\nencoding=2\r\nskipfirst=1\r\nskipempty=0\r\nskipcomments=1\r\n"
+                             u"commentchars=//\r\nheaderline=1\r\nlinecount=3\r\nline00000000=a;b\r\n"
+                             u"line00000002={v}\r\ndelimiter=4\r\notherchar=|\r\nquotechar=2\r\nstrictdelimiter=0\r\n";
+
+// Load, then save into a block that held other lines.
+template <class Editor>
+std::function<std::u16string(std::u16string_view)> Resave(std::function<Editor()> make = [] { return Editor(); }) {
+  return [make](std::u16string_view text) {
+    Editor editor = make();
+    editor.Load(TQMParamParser(text));
+    TQMParamParser block(u"stale=1\r\n_qm_variables_produced=old\r\n");
+    editor.Save(block);
+    return block.Text();
+  };
+}
+
+TEST(Editors, SaveTheWholeBlockTheyLoaded) {
+  const auto open = Resave<OpenDataEditor>();
+  const auto save = Resave<SaveDataEditor>();
+  const auto info = Resave<InformationEditor>();
+  const auto read = Resave<CellsEditor>([] { return CellsEditor(false); });
+  const auto write = Resave<CellsEditor>([] { return CellsEditor(true); });
+  const auto add = Resave<AddColumnEditor>();
+  const auto remove = Resave<RemoveColumnsEditor>();
+  const auto move = Resave<MoveColumnEditor>();
+  const auto sort = Resave<SortEditor>();
+  const auto dedupe = Resave<RemoveDuplicatesEditor>();
+  const auto merge = Resave<MergeEditor>();
+  const std::u16string target = u"savetovariable=1\r\nsavevariable=Out\r\nsavetofile=1\r\ntargetfilename=o.csv\r\n"
+                                u"targetencoding=2\r\nnotchangeformat=0\r\n";
+  struct Case {
+    std::function<std::u16string(std::u16string_view)> resave;
+    std::u16string block, saved;
+  };
+  const Case cases[] = {
+      // An empty block: the defaults the dialog shows, written back.
+      {open, u"", kFile},
+      {save, u"", u"savetovariable=0\r\nsavetofile=0\r\ntargetencoding=0\r\nnotchangeformat=1\r\n" + kFormat},
+      {info, u"", kPrevious},
+      {read, u"", u"cellcount=0\r\n" + kPrevious},
+      {add, u"", u"totheend=1\r\ncolumnname=New field\r\nfillmode=0\r\n" + kPrevious},
+      {remove, u"", kPrevious},
+      {move, u"", kPrevious},
+      {sort, u"", u"sortdirection=0\r\nsortmode=0\r\ncasesensitive=0\r\n" + kPrevious},
+      {dedupe, u"", u"casesensitive=0\r\n" + kPrevious},
+      {merge, u"", u"ajustcolumns=0\r\n" + kFile},
+      // A block the dialog wrote comes back byte for byte.
+      {open, kText, kText},
+      {save, target + kText.substr(kText.find(u"delimiter")) + u"_qm_variables_produced=Out\r\n", {}},
+      {info, u"recordcountvar=rows\r\ncolcountvar= My Var\r\n" + kText + u"_qm_variables_produced=\"My Var\",rows\r\n",
+       {}},
+      {read, u"cellcount=2\r\nrow0=1\r\ncol0=2\r\nval0=b\r\nrow1={r}\r\ncol1=3\r\nval1=a\r\n" + kText +
+                 u"_qm_variables_produced=a,b\r\n", {}},
+      {write, u"cellcount=2\r\nrow0=1\r\ncol0=2\r\nval0={x} y\r\nrow1=2\r\ncol1=1\r\n" + kText, {}},
+      {add, u"totheend=0\r\nposition={p}\r\ncolumnname=Id\r\nfillmode=2\r\ncolumnvalue= v \r\n" + kText, {}},
+      {remove, u"removecolumns=1, 3\r\n" + kText, {}},
+      {move, u"frompos=1\r\ntopos={to}\r\n" + kText, {}},
+      {sort, u"sortcolumn=2\r\nsortdirection=1\r\nsortmode=1\r\ncasesensitive=1\r\n" + kText, {}},
+      {dedupe, u"casesensitive=1\r\nvarname=n\r\n" + kText + u"_qm_variables_produced=n\r\n", {}},
+      {merge, u"ajustcolumns=1\r\n" + kText, {}},
+      // Blocks made by hand: the dialog's reading of them.
+      {add, u"fillmode=3\r\ncolumnname=\r\n", u"totheend=1\r\nfillmode=0\r\n" + kPrevious},
+      {dedupe, u"varname= n \r\n", u"casesensitive=0\r\nvarname=n\r\n" + kPrevious + u"_qm_variables_produced=n\r\n"},
+      {read, u"cellcount=1\r\nval0=v\r\n", u"cellcount=1\r\nrow0=0\r\ncol0=0\r\nval0=v\r\n" + kPrevious +
+                                             u"_qm_variables_produced=v\r\n"},
+      {write, u"cellcount=-2\r\n", u"cellcount=0\r\n" + kPrevious},
+      {merge, u"source=0\r\n", u"ajustcolumns=0\r\n" + kFile},
+  };
+  for (size_t i = 0; i < std::size(cases); ++i) {
+    const Case& c = cases[i];
+    EXPECT_EQ(c.resave(c.block), c.saved.empty() ? c.block : c.saved) << "case " << i;
+  }
+}
+
+// An editor that reads the task's table, its own fields valid: the source
+// frame is checked, then (unless the source is the previous action) the format.
+template <class Editor>
+void ExpectPagesCheckedInOrder(Editor editor) {
+  using Control = typename Editor::Control;
+  auto& pages = editor.pages;
+  pages.format.SelectDelimiter(DelimiterChoice::Custom);
+  EXPECT_FALSE(editor.Check());  // the previous action's table: no format
+  EXPECT_FALSE(pages.FormatPageVisible());
+  pages.source.SelectSource(1);
+  EXPECT_TRUE(pages.FormatPageVisible());
+  auto failure = editor.Check();
+  ASSERT_TRUE(failure);
+  EXPECT_EQ(failure->control, Control{SourceControl::FileName});
+  EXPECT_EQ(Editor::PageOf(failure->control), 1);
+  EXPECT_EQ(failure->message, msg::kValueEmpty);
+  EXPECT_EQ(failure->beep, Beep::Exclamation);
+  pages.source.fileName = u"a.csv";
+  failure = editor.Check();
+  ASSERT_TRUE(failure);
+  EXPECT_EQ(failure->control, Control{FormatControl::OtherChar});
+  EXPECT_EQ(Editor::PageOf(failure->control), 2);
+  pages.format.otherChar = u"|";
+  EXPECT_FALSE(editor.Check());
+}
+
+TEST(Editors, TableReadersCheckSourceThenFormat) {
+  CellsEditor cells(false);
+  cells.cells.push_back({u"1", u"1", u""});
+  ExpectPagesCheckedInOrder(cells);
+  ExpectPagesCheckedInOrder(InformationEditor());
+  ExpectPagesCheckedInOrder(AddColumnEditor());
+  ExpectPagesCheckedInOrder(RemoveDuplicatesEditor());
+  RemoveColumnsEditor remove;
+  remove.columns = u"1";
+  ExpectPagesCheckedInOrder(remove);
+  MoveColumnEditor move;
+  move.from = move.to = u"1";
+  ExpectPagesCheckedInOrder(move);
+  SortEditor sort;
+  sort.column = u"1";
+  ExpectPagesCheckedInOrder(sort);
+}
+
+// The own fields are checked before the pages, each at its control on page 0.
+template <class Editor>
+void ExpectOwnFailure(const Editor& editor, typename Editor::Control control, std::u16string_view message) {
+  const auto failure = editor.Check();
+  ASSERT_TRUE(failure);
+  EXPECT_EQ(failure->control, control);
+  EXPECT_EQ(Editor::PageOf(control), 0);
+  EXPECT_EQ(failure->message, message);
+}
+
+TEST(Editors, OwnFieldsAreCheckedFirst) {
+  const auto fileWithoutName = [](TableSourcePages& pages) { pages.source.source = CsvSource::File; };
+  CellsEditor cells(true);
+  fileWithoutName(cells.pages);
+  ExpectOwnFailure(cells, CellsControl::List, msg::kListEmpty);
+  RemoveColumnsEditor remove;
+  remove.columns = u" ";
+  fileWithoutName(remove.pages);
+  ExpectOwnFailure(remove, RemoveColumnsControl::Columns, msg::kValueEmpty);
+  MoveColumnEditor move;
+  fileWithoutName(move.pages);
+  ExpectOwnFailure(move, MoveColumnControl::From, msg::kValueEmpty);
+  move.from = u"{c}";
+  ExpectOwnFailure(move, MoveColumnControl::To, msg::kValueEmpty);
+  SortEditor sort;
+  fileWithoutName(sort.pages);
+  ExpectOwnFailure(sort, SortControl::Column, msg::kValueEmpty);
+}
+
+TEST(Editors, OpenMergeAndSaveCheckTheirFramesInOrder) {
+  OpenDataEditor open;
+  MergeEditor merge;
+  for (auto* format : {&open.format, &merge.format}) format->SelectDelimiter(DelimiterChoice::Custom);
+  ASSERT_TRUE(open.Check());
+  EXPECT_EQ(open.Check()->control, OpenDataEditor::Control{SourceControl::FileName});
+  EXPECT_EQ(OpenDataEditor::PageOf(open.Check()->control), 0);
+  ASSERT_TRUE(merge.Check());
+  EXPECT_EQ(merge.Check()->control, MergeEditor::Control{SourceControl::FileName});
+  EXPECT_EQ(MergeEditor::PageOf(merge.Check()->control), 0);
+  open.source.SelectSource(1);
+  open.source.text = u"x";
+  merge.source.fileName = u"x";
+  EXPECT_EQ(OpenDataEditor::PageOf(open.Check()->control), 1);
+  EXPECT_EQ(MergeEditor::PageOf(merge.Check()->control), 1);
+  EXPECT_EQ(MergeEditor::PageOf(MergeControl::Mismatch), 2);
+  EXPECT_EQ(MergeEditor::PageOf(MergeControl::Note), 0);
+
+  SaveDataEditor save;
+  save.format.SelectDelimiter(DelimiterChoice::Custom);
+  save.target.saveToFile = true;
+  EXPECT_FALSE(save.FormatPageVisible());
+  ASSERT_TRUE(save.Check());
+  EXPECT_EQ(save.Check()->control, SaveDataEditor::Control{TargetControl::FileName});
+  EXPECT_EQ(SaveDataEditor::PageOf(save.Check()->control), 0);
+  save.target.fileName = u"o.csv";
+  ASSERT_TRUE(save.Check());  // the format is checked even on its hidden page
+  EXPECT_EQ(SaveDataEditor::PageOf(save.Check()->control), 1);
+  save.target.keepFormat = false;
+  EXPECT_TRUE(save.FormatPageVisible());
+}
+
+TEST(Editors, EnabledStatesFollowTheChoices) {
+  struct Case {
+    AddColumnAction action;
+    ColumnFill fill;
+    bool position, value;
+  };
+  const Case cases[] = {{AddColumnAction::Append, ColumnFill::Empty, false, false},
+                        {AddColumnAction::Insert, ColumnFill::Sequence, true, false},
+                        {AddColumnAction::Append, ColumnFill::Static, false, true}};
+  for (const auto& c : cases) {
+    AddColumnEditor e;
+    e.action = c.action;
+    e.fill = c.fill;
+    EXPECT_EQ(e.IsEnabled(AddColumnControl::Position), c.position);
+    EXPECT_EQ(e.IsEnabled(AddColumnControl::PositionLabel), c.position);
+    EXPECT_EQ(e.IsEnabled(AddColumnControl::Value), c.value);
+    EXPECT_EQ(e.IsEnabled(AddColumnControl::ValueLabel), c.value);
+    EXPECT_TRUE(e.IsEnabled(AddColumnControl::Name));
+  }
+  SortEditor sort;
+  sort.caseSensitive = true;
+  EXPECT_TRUE(sort.IsEnabled(SortControl::CaseSensitive));
+  sort.mode = SortMode::Numbers;
+  EXPECT_FALSE(sort.IsEnabled(SortControl::CaseSensitive));
+  TQMParamParser block;
+  sort.Save(block);
+  EXPECT_TRUE(block.GetBool(u"casesensitive"));  // a disabled box keeps its state
+}
+
+TEST(CellsEditor, ListCommandsAndTheCellEditor) {
+  CellsEditor e(true);
+  EXPECT_EQ(e.Caption(), u"CSV Write Cells");
+  EXPECT_EQ(e.ColumnHeadings()[2], u"Cell value");
+  EXPECT_EQ(CellsEditor(false).ColumnHeadings()[2], u"Variable name");
+  for (const auto command : {CellCommand::Edit, CellCommand::Remove}) {
+    EXPECT_EQ(e.Refusal(command, -1), Beep::Default);
+    EXPECT_EQ(e.Refusal(command, 0), Beep::Default);  // an empty list has no row 0
+  }
+  EXPECT_FALSE(e.Refusal(CellCommand::Add, -1));
+  EXPECT_FALSE(e.BeginEdit(0));
+  EXPECT_FALSE(e.Remove(0));
+
+  CellItemEditor item = e.BeginAdd();
+  EXPECT_EQ(item.Caption(), u"Add cell");
+  EXPECT_EQ(item.ValueLabel(), u"Expression");
+  EXPECT_EQ(item.ValueHint(), u"Enter cell value");
+  ASSERT_TRUE(item.Check());
+  EXPECT_EQ(item.Check()->control, CellItemControl::Row);
+  EXPECT_EQ(item.Check()->beep, Beep::Default);
+  EXPECT_TRUE(item.Check()->message.empty());
+  item.entry = {u"1", u" ", u""};
+  ASSERT_TRUE(item.Check());
+  EXPECT_EQ(item.Check()->control, CellItemControl::Column);
+  item.entry = {u"1", u"x", u""};  // not checked as numbers; the value may be empty
+  EXPECT_FALSE(item.Check());
+  e.FinishAdd(item);
+  item.entry = {u"2", u"2", u"v"};
+  e.FinishAdd(item);
+
+  EXPECT_FALSE(e.Refusal(CellCommand::Edit, 1));
+  auto edit = e.BeginEdit(1);
+  ASSERT_TRUE(edit);
+  EXPECT_EQ(edit->Caption(), u"Edit cell");
+  EXPECT_EQ(edit->entry, (CellEntry{u"2", u"2", u"v"}));
+  edit->entry.value = u"w";
+  e.FinishEdit(1, *edit);
+  EXPECT_TRUE(e.Remove(0));
+  ASSERT_EQ(e.cells.size(), 1u);
+  EXPECT_EQ(e.cells[0], (CellEntry{u"2", u"2", u"w"}));
+
+  const CellItemEditor readItem(false, false, {u"1", u"2", u"v"});
+  EXPECT_EQ(readItem.ValueLabel(), u"Variable name:");
+  EXPECT_TRUE(readItem.ValueHint().empty());
+  EXPECT_EQ(readItem.entry.value, u"v");
+}
+
+}  // namespace
+}  // namespace qm
