@@ -43,19 +43,7 @@ class DialogWindow {
   int Scale() const { return scale_; }
   int Px(int pixelsAt100) const { return MulDiv(pixelsAt100, scale_, 100); }
 
- protected:
-  // Creates the controls, in tab order. Called once the window exists.
-  virtual void Build() = 0;
-  // Fills the controls and sets their states; after Build.
-  virtual void Fill() {}
-  // OK was pressed: check, and on success write back; true closes the dialog.
-  virtual bool Confirm() = 0;
-  virtual void Command(int /*id*/, int /*code*/, HWND /*control*/) {}
-  virtual LRESULT Notify(const NMHDR& /*header*/) { return 0; }
-  // The list-column widths to remember (list view handles); none by default.
-  virtual std::vector<HWND> RememberedLists() const { return {}; }
-
-  // ---- building ----
+  // ---- building (from Build, by the dialog and the frame views it holds) ----
   HWND Add(const wchar_t* windowClass, const wchar_t* text, DWORD style, Box box, int id = 0, unsigned anchor = 0,
            DWORD exStyle = 0);
   HWND Label(const wchar_t* text, Box box, unsigned anchor = 0);
@@ -93,6 +81,18 @@ class DialogWindow {
   // Texts of controls.
   static std::wstring TextOf(HWND control);
   static void SetText(HWND control, const std::wstring& text);
+
+ protected:
+  // Creates the controls, in tab order. Called once the window exists.
+  virtual void Build() = 0;
+  // Fills the controls and sets their states; after Build.
+  virtual void Fill() {}
+  // OK was pressed: check, and on success write back; true closes the dialog.
+  virtual bool Confirm() = 0;
+  virtual void Command(int /*id*/, int /*code*/, HWND /*control*/) {}
+  virtual LRESULT Notify(const NMHDR& /*header*/) { return 0; }
+  // The list-column widths to remember (list view handles); none by default.
+  virtual std::vector<HWND> RememberedLists() const { return {}; }
 
  private:
   static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

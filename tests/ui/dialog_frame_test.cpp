@@ -86,7 +86,7 @@ TEST(DialogFrame, RefusedOkShowsThePageBeepAndBalloonThenOkCloses) {
                         EXPECT_EQ(test::BalloonText(w), L"Value is empty");
                         test::Screenshot(w, ScreenshotPath("sample_other_failed_" + std::to_string(scale)));
                         test::Type(test::ByLabel(w, L"Count:"), L"3");
-                        test::Press(VK_RETURN);  // Enter is OK
+                        test::Press(w, VK_RETURN);  // Enter is OK
                         EXPECT_TRUE(test::WaitUntilClosed(w));
                       });
     EXPECT_TRUE(confirmed);
@@ -111,7 +111,7 @@ TEST(DialogFrame, EscapeCancelsAndInsertVariableGoesToTheCaret) {
                       SendMessageW(name, EM_SETSEL, 1, 1);
                       test::Click(test::ByCaption(w, L"{V}"));
                       EXPECT_EQ(test::Text(name), L"a{who}b");
-                      test::Press(VK_ESCAPE);
+                      test::Press(w, VK_ESCAPE);
                       EXPECT_TRUE(test::WaitUntilClosed(w));
                     });
   EXPECT_FALSE(confirmed);
@@ -129,7 +129,7 @@ TEST(DialogFrame, PlacementIsRememberedAndACorruptStoreFallsBack) {
                         ASSERT_TRUE(w);
                         GetWindowRect(w, &seen);
                         if (x >= 0) SetWindowPos(w, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
-                        test::Press(VK_ESCAPE);
+                        test::Press(w, VK_ESCAPE);
                         EXPECT_TRUE(test::WaitUntilClosed(w));
                       });
   };

@@ -125,22 +125,28 @@ void Choose(HWND comboBox, int index) {
 
 bool IsChecked(HWND button) { return SendMessageW(button, BM_GETCHECK, 0, 0) == BST_CHECKED; }
 
-void Press(WORD key, bool ctrl) {
-  std::vector<INPUT> inputs;
-  auto add = [&inputs](WORD vk, bool up) {
-    INPUT in{};
-    in.type = INPUT_KEYBOARD;
-    in.ki.wVk = vk;
-    in.ki.dwFlags = up ? KEYEVENTF_KEYUP : 0;
-    inputs.push_back(in);
-  };
-  if (ctrl) add(VK_CONTROL, false);
-  add(key, false);
-  add(key, true);
-  if (ctrl) add(VK_CONTROL, true);
-  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+void Press(HWND dialog, WORD key, bool ctrl) {
+  const DWORD thread = GetWindowThreadProcessId(dialog, nullptr);
+  GUITHREADINFO gui{};
+  gui.cbSize = sizeof gui;
+  HWND target = GetGUIThreadInfo(thread, &gui) && gui.hwndFocus ? gui.hwndFocus : dialog;
+  // Ctrl is read from the keyboard state the two threads then share.
+  AttachThreadInput(GetCurrentThreadId(), thread, TRUE);
+  BYTE keys[256] = {};
+  GetKeyboardState(keys);
+  if (ctrl) {
+    keys[VK_CONTROL] = 0x80;
+    SetKeyboardState(keys);
+  }
+  PostMessageW(target, WM_KEYDOWN, key, 1);
+  PostMessageW(target, WM_KEYUP, key, 1 | (3u << 30));
   Settle();
   Settle();
+  if (ctrl) {
+    keys[VK_CONTROL] = 0;
+    SetKeyboardState(keys);
+  }
+  AttachThreadInput(GetCurrentThreadId(), thread, FALSE);
 }
 
 void Focus(HWND control) {
@@ -155,6 +161,17 @@ int ShownTab(HWND dialog) {
     if (ClassOf(w) == WC_TABCONTROLW) return static_cast<int>(SendMessageW(w, TCM_GETCURSEL, 0, 0));
   }
   return -1;
+}
+
+void SelectTab(HWND dialog, int index) {
+  for (HWND w : Children(dialog)) {
+    if (ClassOf(w) != WC_TABCONTROLW) continue;
+    SendMessageW(w, TCM_SETCURSEL, static_cast<WPARAM>(index), 0);
+    NMHDR header{w, static_cast<UINT_PTR>(GetDlgCtrlID(w)), static_cast<UINT>(TCN_SELCHANGE)};
+    SendMessageW(dialog, WM_NOTIFY, header.idFrom, reinterpret_cast<LPARAM>(&header));
+    Settle();
+    return;
+  }
 }
 
 std::wstring BalloonText(HWND dialog) {

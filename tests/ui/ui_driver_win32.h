@@ -33,12 +33,15 @@ void Type(HWND field, const std::wstring& text);
 void Click(HWND button);
 void Choose(HWND comboBox, int index);
 bool IsChecked(HWND button);
-// Real key presses (with Ctrl when asked) into the focused window.
-void Press(WORD key, bool ctrl = false);
+// A key press (with Ctrl held when asked) into the dialog's focused control,
+// through the dialog's own message loop.
+void Press(HWND dialog, WORD key, bool ctrl = false);
 void Focus(HWND control);
 
 // The tab page the dialog shows (index among the visible tabs).
 int ShownTab(HWND dialog);
+// Clicks the tab of that index.
+void SelectTab(HWND dialog, int index);
 // The text of the dialog's visible balloon hint; empty when none is shown.
 std::wstring BalloonText(HWND dialog);
 // The beep a refused OK sounded last: MB_ICONEXCLAMATION, MB_OK, or -1.

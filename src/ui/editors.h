@@ -1,0 +1,23 @@
+// The configuration editors by catalogue index: what the dispatcher runs when
+// the host asks to configure a step. The native build has no dialogs.
+#pragma once
+
+#include <cstdint>
+
+namespace qm {
+
+class TQMPluginParams;
+
+namespace ui {
+
+// Runs an editor on the step's block; true when the user confirmed it (the
+// block then holds what the editor wrote).
+using EditorRoutine = bool (*)(TQMPluginParams& params);
+
+// The editor of catalogue index 0..12; null where there is none.
+EditorRoutine EditorForIndex(int32_t index);
+
+bool ConfigureSortByColumn(TQMPluginParams& params);
+
+}  // namespace ui
+}  // namespace qm
