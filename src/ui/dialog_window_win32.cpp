@@ -51,7 +51,7 @@ DialogWindow::DialogWindow(std::wstring caption, std::wstring placementName, int
 bool DialogWindow::RunModal(HWND owner) {
   ThemedScope themed;
   EmptyTemplate dialog{};
-  dialog.header.style = DS_MODALFRAME | DS_CENTER | WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME;
+  dialog.header.style = DS_MODALFRAME | WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME;
   const INT_PTR result = DialogBoxIndirectParamW(OwnModuleHandle(), &dialog.header, owner, &DialogWindow::Procedure,
                                                  reinterpret_cast<LPARAM>(this));
   if (font_) DeleteObject(font_);
@@ -161,9 +161,26 @@ void DialogWindow::Create() {
   Build();
   Fill();
   if (!pages_.empty()) ShowPage(0);
-  RestorePlacement();
-  // Centred on the owner (or the screen) unless a saved placement moved it.
+  if (!RestorePlacement()) Centre();
   Relayout();
+}
+
+void DialogWindow::Centre() {
+  // Over the owner when it is on screen, else on the owner's (or the
+  // primary) monitor's work area.
+  RECT frame{}, area{};
+  GetWindowRect(window_, &frame);
+  HWND owner = GetWindow(window_, GW_OWNER);
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  GetMonitorInfoW(MonitorFromWindow(owner ? owner : window_, MONITOR_DEFAULTTOPRIMARY), &monitor);
+  area = monitor.rcWork;
+  if (owner && IsWindowVisible(owner) && !IsIconic(owner)) GetWindowRect(owner, &area);
+  const int w = frame.right - frame.left, h = frame.bottom - frame.top;
+  int x = (area.left + area.right - w) / 2, y = (area.top + area.bottom - h) / 2;
+  x = std::max(static_cast<int>(monitor.rcWork.left), std::min(x, static_cast<int>(monitor.rcWork.right) - w));
+  y = std::max(static_cast<int>(monitor.rcWork.top), std::min(y, static_cast<int>(monitor.rcWork.bottom) - h));
+  SetWindowPos(window_, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 HWND DialogWindow::Add(const wchar_t* windowClass, const wchar_t* text, DWORD style, Box box, int id, unsigned anchor,
@@ -361,11 +378,16 @@ void DialogWindow::InsertVariable() {
   SendMessageW(lastEdit_, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
-void DialogWindow::RestorePlacement() {
+bool DialogWindow::RestorePlacement() {
   Placement placement;
-  if (!LoadPlacement(placementName_, placement)) return;
+  if (!LoadPlacement(placementName_, placement)) return false;
+  // Never smaller than the dialog's own size at this scale.
+  RECT own{};
+  GetWindowRect(window_, &own);
   const RECT& r = placement.frame;
-  SetWindowPos(window_, nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top, SWP_NOZORDER | SWP_NOACTIVATE);
+  const int w = std::max(r.right - r.left, own.right - own.left);
+  const int h = std::max(r.bottom - r.top, own.bottom - own.top);
+  SetWindowPos(window_, nullptr, r.left, r.top, w, h, SWP_NOZORDER | SWP_NOACTIVATE);
   const auto lists = RememberedLists();
   size_t column = 0;
   for (HWND list : lists) {
@@ -374,6 +396,7 @@ void DialogWindow::RestorePlacement() {
       ListView_SetColumnWidth(list, c, placement.columns[column]);
     }
   }
+  return true;
 }
 
 void DialogWindow::SavePlacement() {

@@ -101,7 +101,8 @@ class DialogWindow {
   void Relayout();
   void InsertTab(const std::wstring& title);
   void InsertVariable();
-  void RestorePlacement();
+  bool RestorePlacement();
+  void Centre();
   void SavePlacement();
 
   struct Placed {

@@ -51,10 +51,15 @@ bool LoadPlacement(const std::wstring& dialog, Placement& placement) {
   }
   if (width < 50 || height < 50) return false;
   placement.frame = RECT{left, top, left + width, top + height};
-  // The caption bar must be on a monitor, or the user could not move it back.
-  RECT caption = placement.frame;
-  caption.bottom = caption.top + 20;
-  if (!MonitorFromRect(&caption, MONITOR_DEFAULTTONULL)) return false;
+  // The whole frame must lie on one monitor's work area: a position saved on
+  // a monitor that is gone, or a frame partly off screen, is not restored.
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  const HMONITOR on = MonitorFromRect(&placement.frame, MONITOR_DEFAULTTONULL);
+  if (!on || !GetMonitorInfoW(on, &monitor)) return false;
+  const RECT& work = monitor.rcWork;
+  const RECT& f = placement.frame;
+  if (f.left < work.left || f.top < work.top || f.right > work.right || f.bottom > work.bottom) return false;
   placement.columns.clear();
   for (int i = 0, width = 0; i < kMaxColumns && ReadNumber(path, dialog, ColumnKey(i).c_str(), width); ++i) {
     if (width < 0) break;

@@ -14,6 +14,7 @@
 #include "boundary/param_parser.h"
 #include "dialogs/sort_editor.h"
 #include "plugin_under_test_win32.h"
+#include "ui/placement_store_win32.h"
 #include "ui_driver_win32.h"
 
 namespace qm {
@@ -30,6 +31,12 @@ PluginUnderTest& Plugin() {
   static test::PluginUnderTest plugin;
   return plugin;
 }
+
+// Every test starts from the default placements.
+class Editors : public ::testing::Test {
+ protected:
+  void SetUp() override { DeleteFileW(ui::PlacementStorePath().c_str()); }
+};
 
 std::string ScreenshotPath(const std::string& name) {
   const char* folder = std::getenv("QMCSV_SCREENSHOTS");
@@ -58,7 +65,7 @@ std::u16string ModelBlock(Set&& set) {
   return block.Text();
 }
 
-TEST(SortEditor, WritesWhatWasChosenAndRefusesAnEmptyColumnOnItsPage) {
+TEST_F(Editors, SortWritesWhatWasChosenAndRefusesAnEmptyColumnOnItsPage) {
   for (int scale : {100, 150}) {
     PluginUnderTest::SetScale(scale);
     std::optional<std::u16string> written;
@@ -103,7 +110,7 @@ TEST(SortEditor, WritesWhatWasChosenAndRefusesAnEmptyColumnOnItsPage) {
   PluginUnderTest::SetScale(100);
 }
 
-TEST(SortEditor, CancelKeepsTheBlockAndInsertVariableGoesToTheCaret) {
+TEST_F(Editors, SortCancelKeepsTheBlockAndInsertVariableGoesToTheCaret) {
   const std::u16string block = u"sortcolumn=12\r\nsortmode=1\r\n";
   PluginUnderTest::SetPickedVariable(u"{col}");
   std::optional<std::u16string> written;
