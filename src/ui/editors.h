@@ -17,7 +17,15 @@ using EditorRoutine = bool (*)(TQMPluginParams& params);
 // The editor of catalogue index 0..12; null where there is none.
 EditorRoutine EditorForIndex(int32_t index);
 
+bool ConfigureOpenData(TQMPluginParams& params);
+bool ConfigureGetDataInformation(TQMPluginParams& params);
+bool ConfigureAddColumn(TQMPluginParams& params);
+bool ConfigureRemoveColumns(TQMPluginParams& params);
 bool ConfigureSortByColumn(TQMPluginParams& params);
+bool ConfigureMoveColumn(TQMPluginParams& params);
+bool ConfigureMergeData(TQMPluginParams& params);
+bool ConfigureRemoveDuplicates(TQMPluginParams& params);
+bool ConfigureSaveData(TQMPluginParams& params);
 
 }  // namespace ui
 }  // namespace qm

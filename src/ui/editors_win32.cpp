@@ -7,17 +7,17 @@ namespace qm::ui {
 EditorRoutine EditorForIndex(int32_t index) {
   static constexpr std::array<EditorRoutine, 13> kEditors = {
       nullptr,                 // 0 CSV Open Data
-      nullptr,                 // 1 CSV Get Data Information
-      nullptr,                 // 2 CSV Add Column
-      nullptr,                 // 3 CSV Remove Column
+      &ConfigureGetDataInformation, // 1 CSV Get Data Information
+      &ConfigureAddColumn,      // 2 CSV Add Column
+      &ConfigureRemoveColumns,  // 3 CSV Remove Column
       &ConfigureSortByColumn,  // 4 CSV Sort by Column
-      nullptr,                 // 5 CSV Move Column
+      &ConfigureMoveColumn,     // 5 CSV Move Column
       nullptr,                 // 6 CSV Read Cells
       nullptr,                 // 7 CSV Write Cells
       nullptr,                 // 8 CSV Merge Data
       nullptr,                 // 9 CSV Filter Data
       nullptr,                 // 10 CSV Data Loop
-      nullptr,                 // 11 CSV Remove Duplicates
+      &ConfigureRemoveDuplicates, // 11 CSV Remove Duplicates
       nullptr,                 // 12 CSV Save Data
   };
   return index >= 0 && index < 13 ? kEditors[static_cast<size_t>(index)] : nullptr;

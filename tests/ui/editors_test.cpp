@@ -9,12 +9,19 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <string>
 
 #include "boundary/param_parser.h"
+#include "dialogs/add_column_editor.h"
+#include "dialogs/information_editor.h"
+#include "dialogs/move_column_editor.h"
+#include "dialogs/remove_columns_editor.h"
+#include "dialogs/remove_duplicates_editor.h"
 #include "dialogs/sort_editor.h"
 #include "plugin_under_test_win32.h"
 #include "ui/placement_store_win32.h"
+#include "ui/text_win32.h"
 #include "ui_driver_win32.h"
 
 namespace qm {
@@ -22,10 +29,16 @@ namespace {
 
 using test::ByCaption;
 using test::ByLabel;
+using ui::Wide;
 
 using test::PluginUnderTest;
 
+constexpr int32_t kInformationIndex = 1;
+constexpr int32_t kAddColumnIndex = 2;
+constexpr int32_t kRemoveColumnsIndex = 3;
 constexpr int32_t kSortIndex = 4;
+constexpr int32_t kMoveColumnIndex = 5;
+constexpr int32_t kRemoveDuplicatesIndex = 11;
 
 PluginUnderTest& Plugin() {
   static test::PluginUnderTest plugin;
@@ -64,6 +77,48 @@ std::u16string ModelBlock(Set&& set) {
   model.Save(block);
   return block.Text();
 }
+
+
+// Opens the editor of `index` on `block` at 100% and 150%, shoots its first
+// `pages` pages as <stem>_<scale>_<page>, runs `script` on its window and
+// expects the block the model writes after `set`.
+template <class Model, class Set>
+void ExpectEditorWrites(int32_t index, const std::u16string& block, const std::wstring& caption,
+                        const std::string& stem, int pages, const std::function<void(HWND)>& script, Set&& set) {
+  for (int scale : {100, 150}) {
+    PluginUnderTest::SetScale(scale);
+    std::optional<std::u16string> written;
+    test::DriveDialog([&] { written = Plugin().Configure(index, block); },
+                      [&] {
+                        HWND w = test::WaitForWindow(caption);
+                        ASSERT_TRUE(w);
+                        ShootPages(w, stem + "_" + std::to_string(scale), pages);
+                        script(w);
+                        test::Press(w, VK_RETURN);
+                        EXPECT_TRUE(test::WaitUntilClosed(w));
+                      });
+    ASSERT_TRUE(written) << scale;
+    EXPECT_EQ(*written, ModelBlock<Model>(set)) << scale;
+  }
+  PluginUnderTest::SetScale(100);
+}
+
+// A model's label as the driver finds it: without "&" and trailing blanks.
+HWND Labelled(HWND dialog, std::u16string_view label) {
+  std::wstring text;
+  for (char16_t c : label)
+    if (c != u'&') text += static_cast<wchar_t>(c);
+  while (!text.empty() && text.back() == L' ') text.pop_back();
+  return ByLabel(dialog, text);
+}
+
+// The balloon a refused OK shows for the model's failed check of a new step.
+template <class Model>
+std::wstring CheckMessage() {
+  const auto failure = Model().Check();
+  return failure ? std::wstring(failure->message.begin(), failure->message.end()) : std::wstring();
+}
+
 
 TEST_F(Editors, SortWritesWhatWasChosenAndRefusesAnEmptyColumnOnItsPage) {
   for (int scale : {100, 150}) {
@@ -128,6 +183,85 @@ TEST_F(Editors, SortCancelKeepsTheBlockAndInsertVariableGoesToTheCaret) {
                       EXPECT_TRUE(test::WaitUntilClosed(w));
                     });
   EXPECT_FALSE(written);
+}
+
+TEST_F(Editors, GetDataInformationWritesTheVariables) {
+  ExpectEditorWrites<InformationEditor>(
+      kInformationIndex, u"recordcountvar=rows\r\n", L"CSV Get Data Information", "information", 2,
+      [](HWND w) {
+        EXPECT_EQ(test::Text(Labelled(w, InformationEditor::kRecordCountLabel)), L"rows");
+        test::Type(Labelled(w, InformationEditor::kColumnCountLabel), L"cols");
+      },
+      [](InformationEditor& m) {
+        m.recordCountVar = u"rows";
+        m.columnCountVar = u"cols";
+      });
+}
+
+TEST_F(Editors, AddColumnEnablesPositionAndValueByChoice) {
+  const auto& labels = AddColumnEditor::kLabels;
+  ExpectEditorWrites<AddColumnEditor>(
+      kAddColumnIndex, u"", L"CSV Add Column", "add_column", 2,
+      [&](HWND w) {
+        HWND position = Labelled(w, labels[1]);
+        HWND value = Labelled(w, labels[4]);
+        EXPECT_FALSE(IsWindowEnabled(position));
+        EXPECT_FALSE(IsWindowEnabled(value));
+        test::Choose(Labelled(w, labels[0]), 1);
+        EXPECT_TRUE(IsWindowEnabled(position));
+        test::Type(position, L"2");
+        test::Type(Labelled(w, labels[2]), L"Total");
+        test::Choose(Labelled(w, labels[3]), 2);
+        EXPECT_TRUE(IsWindowEnabled(value));
+        test::Type(value, L"{x}");
+      },
+      [](AddColumnEditor& m) {
+        m.action = AddColumnAction::Insert;
+        m.position = u"2";
+        m.name = u"Total";
+        m.fill = ColumnFill::Static;
+        m.value = u"{x}";
+      });
+}
+
+TEST_F(Editors, MoveColumnRefusesABlankColumnAndWritesBoth) {
+  ExpectEditorWrites<MoveColumnEditor>(
+      kMoveColumnIndex, u"", L"CSV Move Column", "move_column", 2,
+      [](HWND w) {
+        test::Click(ByCaption(w, L"OK"));
+        EXPECT_EQ(test::ShownTab(w), 0);
+        EXPECT_EQ(test::BalloonText(w), CheckMessage<MoveColumnEditor>());
+        test::Type(Labelled(w, MoveColumnEditor::kFromLabel), L"4");
+        test::Type(Labelled(w, MoveColumnEditor::kToLabel), L"1");
+      },
+      [](MoveColumnEditor& m) {
+        m.from = u"4";
+        m.to = u"1";
+      });
+}
+
+TEST_F(Editors, RemoveDuplicatesWritesCaseAndVariable) {
+  ExpectEditorWrites<RemoveDuplicatesEditor>(
+      kRemoveDuplicatesIndex, u"", L"CSV Remove Duplicates", "remove_duplicates", 2,
+      [](HWND w) {
+        test::Click(ByCaption(w, Wide(RemoveDuplicatesEditor::kCaseSensitive)));
+        test::Type(Labelled(w, RemoveDuplicatesEditor::kVariableLabel), L"gone");
+      },
+      [](RemoveDuplicatesEditor& m) {
+        m.caseSensitive = true;
+        m.variable = u"gone";
+      });
+}
+
+TEST_F(Editors, RemoveColumnsRefusesABlankListAndWritesIt) {
+  ExpectEditorWrites<RemoveColumnsEditor>(
+      kRemoveColumnsIndex, u"", L"CSV Remove Columns", "remove_columns", 2,
+      [](HWND w) {
+        test::Click(ByCaption(w, L"OK"));
+        EXPECT_EQ(test::BalloonText(w), CheckMessage<RemoveColumnsEditor>());
+        test::Type(Labelled(w, RemoveColumnsEditor::kColumnsLabel), L"1,3");
+      },
+      [](RemoveColumnsEditor& m) { m.columns = u"1,3"; });
 }
 
 }  // namespace
