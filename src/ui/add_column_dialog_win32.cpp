@@ -24,14 +24,16 @@ class AddColumnDialog final : public SourcedDialog {
     const auto& labels = AddColumnEditor::kLabels;
     Label(Wide(labels[0]).c_str(), Box{a.x, a.y + 3, 150, 18});
     action_ = DropList(Box{a.x + 160, a.y, 180, 24}, kAction, WideItems(AddColumnEditor::kActionItems));
-    Label(Wide(labels[1]).c_str(), Box{a.x, a.y + 35, 150, 18});
+    positionLabel_ = Label(Wide(labels[1]).c_str(), Box{a.x, a.y + 35, 150, 18});
     position_ = Edit(Box{a.x + 160, a.y + 32, 100, 23}, kPosition, 0);
+    SetLabelFor(positionLabel_, position_);
     Label(Wide(labels[2]).c_str(), Box{a.x, a.y + 67, 150, 18});
     name_ = Edit(Box{a.x + 160, a.y + 64, a.w - 160, 23}, kName);
     Label(Wide(labels[3]).c_str(), Box{a.x, a.y + 99, 150, 18});
     fill_ = DropList(Box{a.x + 160, a.y + 96, 180, 24}, kFill, WideItems(AddColumnEditor::kFillItems));
-    Label(Wide(labels[4]).c_str(), Box{a.x, a.y + 131, 150, 18});
+    valueLabel_ = Label(Wide(labels[4]).c_str(), Box{a.x, a.y + 131, 150, 18});
     value_ = Edit(Box{a.x + 160, a.y + 128, a.w - 160, 23}, kValue);
+    SetLabelFor(valueLabel_, value_);
   }
   void FillGeneral() override {
     SendMessageW(action_, CB_SETCURSEL, static_cast<WPARAM>(m_.action), 0);
@@ -54,8 +56,8 @@ class AddColumnDialog final : public SourcedDialog {
   }
   void RefreshGeneral() {
     ReadGeneral();
-    EnableControls(position_, m_.IsEnabled(AddColumnControl::Position));
-    EnableControls(value_, m_.IsEnabled(AddColumnControl::Value));
+    EnableControls(positionLabel_, m_.IsEnabled(AddColumnControl::Position));
+    EnableControls(valueLabel_, m_.IsEnabled(AddColumnControl::Value));
   }
   bool Confirm() override {
     ReadAll();
@@ -67,6 +69,7 @@ class AddColumnDialog final : public SourcedDialog {
   }
 
   AddColumnEditor& m_;
+  HWND positionLabel_ = nullptr, valueLabel_ = nullptr;
   HWND action_ = nullptr, position_ = nullptr, name_ = nullptr, fill_ = nullptr, value_ = nullptr;
 };
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "boundary/host_services.h"
+#include "ui/enable_controls.h"
 #include "ui/placement_store_win32.h"
 #include "ui/themed_scope_win32.h"
 
@@ -116,13 +117,14 @@ INT_PTR DialogWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_CTLCOLORSTATIC:
     case WM_CTLCOLORBTN: {
       // Labels, check boxes and group boxes on a page take the colour of the
-      // tab control's body, not the dialog's.
+      // tab control's body, not the dialog's; a disabled edit field (which
+      // asks here too) the background EnableControls chose for it.
       const auto control = reinterpret_cast<HWND>(lParam);
       if (PageOf(control) < 0) return FALSE;
       const auto dc = reinterpret_cast<HDC>(wParam);
       SetBkMode(dc, TRANSPARENT);
       SetTextColor(dc, GetSysColor(IsWindowEnabled(control) ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
-      return reinterpret_cast<INT_PTR>(GetSysColorBrush(COLOR_WINDOW));
+      return reinterpret_cast<INT_PTR>(GetSysColorBrush(ControlBackground(control)));
     }
     case WM_SIZE:
       Relayout();

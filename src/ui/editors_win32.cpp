@@ -6,7 +6,7 @@ namespace qm::ui {
 
 EditorRoutine EditorForIndex(int32_t index) {
   static constexpr std::array<EditorRoutine, 13> kEditors = {
-      nullptr,                 // 0 CSV Open Data
+      &ConfigureOpenData,      // 0 CSV Open Data
       &ConfigureGetDataInformation, // 1 CSV Get Data Information
       &ConfigureAddColumn,      // 2 CSV Add Column
       &ConfigureRemoveColumns,  // 3 CSV Remove Column

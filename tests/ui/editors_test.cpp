@@ -16,6 +16,7 @@
 #include "dialogs/add_column_editor.h"
 #include "dialogs/information_editor.h"
 #include "dialogs/move_column_editor.h"
+#include "dialogs/open_data_editor.h"
 #include "dialogs/remove_columns_editor.h"
 #include "dialogs/remove_duplicates_editor.h"
 #include "dialogs/sort_editor.h"
@@ -33,6 +34,7 @@ using ui::Wide;
 
 using test::PluginUnderTest;
 
+constexpr int32_t kOpenDataIndex = 0;
 constexpr int32_t kInformationIndex = 1;
 constexpr int32_t kAddColumnIndex = 2;
 constexpr int32_t kRemoveColumnsIndex = 3;
@@ -262,6 +264,25 @@ TEST_F(Editors, RemoveColumnsRefusesABlankListAndWritesIt) {
         test::Type(Labelled(w, RemoveColumnsEditor::kColumnsLabel), L"1,3");
       },
       [](RemoveColumnsEditor& m) { m.columns = u"1,3"; });
+}
+
+TEST_F(Editors, OpenDataRefusesAMissingFileAndWritesSourceAndFormat) {
+  ExpectEditorWrites<OpenDataEditor>(
+      kOpenDataIndex, u"", L"CSV Open Data", "open_data", 2,
+      [](HWND w) {
+        test::Click(ByCaption(w, L"OK"));
+        EXPECT_EQ(test::ShownTab(w), 0);
+        EXPECT_EQ(test::BalloonText(w), CheckMessage<OpenDataEditor>());
+        test::Type(Labelled(w, SourceFrame::kFileNameLabel), L"in.csv");
+        test::Choose(Labelled(w, SourceFrame::kEncodingLabel), 2);
+        test::SelectTab(w, 1);
+        test::Choose(Labelled(w, FormatFrame::kDelimiterLabel), int(DelimiterChoice::Tab));
+      },
+      [](OpenDataEditor& m) {
+        m.source.fileName = u"in.csv";
+        m.source.encoding = EncodingFromIndex(2);
+        m.format.SelectDelimiter(DelimiterChoice::Tab);
+      });
 }
 
 }  // namespace
