@@ -18,7 +18,7 @@ EditorRoutine EditorForIndex(int32_t index) {
       nullptr,                 // 9 CSV Filter Data
       nullptr,                 // 10 CSV Data Loop
       &ConfigureRemoveDuplicates, // 11 CSV Remove Duplicates
-      nullptr,                 // 12 CSV Save Data
+      &ConfigureSaveData,      // 12 CSV Save Data
   };
   return index >= 0 && index < 13 ? kEditors[static_cast<size_t>(index)] : nullptr;
 }

@@ -1,4 +1,4 @@
-// The views of the shared editor frames: each creates its controls on one tab
+// The views of the shared editor frames (source, format, target): each creates its controls on one tab
 // page of a dialog, fills them from its model, reads them back, and keeps the
 // enabled and visible states the model gives. Control ids are the frame's id
 // base plus the model's control number.
@@ -10,6 +10,7 @@
 
 #include "dialogs/format_frame.h"
 #include "dialogs/source_frame.h"
+#include "dialogs/target_frame.h"
 #include "ui/dialog_window_win32.h"
 
 namespace qm::ui {
@@ -51,6 +52,25 @@ class SourceFrameView {
   std::array<HWND, static_cast<size_t>(SourceControl::HeaderLine) + 1> controls_{};
   std::array<HWND, 3> radios_{};
   HWND spinner_ = nullptr;
+};
+
+class TargetFrameView {
+ public:
+  static constexpr int kIdBase = 400;
+
+  void Build(DialogWindow& dialog, Box area);
+  void Fill(const TargetFrame& model);
+  void Read(TargetFrame& model) const;
+  // A command of one of the frame's controls; true when it was one (a click
+  // of "Keep original CSV format" may change the pages shown: `formatChanged`).
+  bool Command(TargetFrame& model, int id, int code, bool& formatChanged);
+  HWND Control(TargetControl control) const { return controls_[static_cast<size_t>(control)]; }
+
+ private:
+  void Refresh(const TargetFrame& model);
+  void Browse();
+  DialogWindow* dialog_ = nullptr;
+  std::array<HWND, static_cast<size_t>(TargetControl::KeepFormat) + 1> controls_{};
 };
 
 }  // namespace qm::ui

@@ -4,6 +4,7 @@
 // tested natively on their models; here: that the window shows and writes
 // what the model says, and screenshots of every page at 100% and 150%.
 #include <windows.h>
+#include <commctrl.h>
 
 #include <gtest/gtest.h>
 
@@ -13,12 +14,14 @@
 #include <string>
 
 #include "boundary/param_parser.h"
+#include "core/messages.h"
 #include "dialogs/add_column_editor.h"
 #include "dialogs/information_editor.h"
 #include "dialogs/move_column_editor.h"
 #include "dialogs/open_data_editor.h"
 #include "dialogs/remove_columns_editor.h"
 #include "dialogs/remove_duplicates_editor.h"
+#include "dialogs/save_data_editor.h"
 #include "dialogs/sort_editor.h"
 #include "plugin_under_test_win32.h"
 #include "ui/placement_store_win32.h"
@@ -41,6 +44,7 @@ constexpr int32_t kRemoveColumnsIndex = 3;
 constexpr int32_t kSortIndex = 4;
 constexpr int32_t kMoveColumnIndex = 5;
 constexpr int32_t kRemoveDuplicatesIndex = 11;
+constexpr int32_t kSaveDataIndex = 12;
 
 PluginUnderTest& Plugin() {
   static test::PluginUnderTest plugin;
@@ -281,6 +285,41 @@ TEST_F(Editors, OpenDataRefusesAMissingFileAndWritesSourceAndFormat) {
       [](OpenDataEditor& m) {
         m.source.fileName = u"in.csv";
         m.source.encoding = EncodingFromIndex(2);
+        m.format.SelectDelimiter(DelimiterChoice::Tab);
+      });
+}
+
+// The number of tab pages the dialog shows.
+int TabCount(HWND dialog) {
+  return static_cast<int>(SendMessageW(FindWindowExW(dialog, nullptr, WC_TABCONTROLW, nullptr), TCM_GETITEMCOUNT, 0, 0));
+}
+
+TEST_F(Editors, SaveDataEnablesNamesByChoiceAndShowsTheFormatOnlyWhenChanged) {
+  ExpectEditorWrites<SaveDataEditor>(
+      kSaveDataIndex, u"notchangeformat=0\r\n", L"CSV Save Data", "save_data", 2,
+      [&](HWND w) {
+        HWND toVariable = ByCaption(w, Wide(TargetFrame::kSaveToVariable));
+        HWND variable = GetWindow(toVariable, GW_HWNDNEXT);
+        EXPECT_FALSE(IsWindowEnabled(variable));
+        test::Click(toVariable);
+        EXPECT_TRUE(IsWindowEnabled(variable));
+        test::Click(ByCaption(w, L"OK"));
+        EXPECT_EQ(test::BalloonText(w), Wide(msg::kValueEmpty));
+        test::Type(variable, L"csv");
+        HWND toFile = ByCaption(w, Wide(TargetFrame::kSaveToFile));
+        test::Click(toFile);
+        test::Type(GetWindow(toFile, GW_HWNDNEXT), L"out.csv");
+        test::Choose(Labelled(w, TargetFrame::kEncodingLabel), 2);
+        HWND keep = ByCaption(w, Wide(TargetFrame::kKeepFormat));
+        test::Click(keep);
+        EXPECT_EQ(TabCount(w), 1);
+        test::Click(keep);
+        EXPECT_EQ(TabCount(w), 2);
+        test::SelectTab(w, 1);
+        test::Choose(Labelled(w, FormatFrame::kDelimiterLabel), int(DelimiterChoice::Tab));
+      },
+      [](SaveDataEditor& m) {
+        m.target = {true, u"csv", true, u"out.csv", EncodingFromIndex(2), false};
         m.format.SelectDelimiter(DelimiterChoice::Tab);
       });
 }
