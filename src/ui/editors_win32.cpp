@@ -14,7 +14,7 @@ EditorRoutine EditorForIndex(int32_t index) {
       &ConfigureMoveColumn,     // 5 CSV Move Column
       nullptr,                 // 6 CSV Read Cells
       nullptr,                 // 7 CSV Write Cells
-      nullptr,                 // 8 CSV Merge Data
+      &ConfigureMergeData,     // 8 CSV Merge Data
       nullptr,                 // 9 CSV Filter Data
       nullptr,                 // 10 CSV Data Loop
       &ConfigureRemoveDuplicates, // 11 CSV Remove Duplicates

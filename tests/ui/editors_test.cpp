@@ -17,6 +17,7 @@
 #include "core/messages.h"
 #include "dialogs/add_column_editor.h"
 #include "dialogs/information_editor.h"
+#include "dialogs/merge_editor.h"
 #include "dialogs/move_column_editor.h"
 #include "dialogs/open_data_editor.h"
 #include "dialogs/remove_columns_editor.h"
@@ -43,6 +44,7 @@ constexpr int32_t kAddColumnIndex = 2;
 constexpr int32_t kRemoveColumnsIndex = 3;
 constexpr int32_t kSortIndex = 4;
 constexpr int32_t kMoveColumnIndex = 5;
+constexpr int32_t kMergeIndex = 8;
 constexpr int32_t kRemoveDuplicatesIndex = 11;
 constexpr int32_t kSaveDataIndex = 12;
 
@@ -322,6 +324,22 @@ TEST_F(Editors, SaveDataEnablesNamesByChoiceAndShowsTheFormatOnlyWhenChanged) {
         m.target = {true, u"csv", true, u"out.csv", EncodingFromIndex(2), false};
         m.format.SelectDelimiter(DelimiterChoice::Tab);
       });
+}
+
+TEST_F(Editors, MergeDataWritesSourceFormatAndColumnChoice) {
+  ExpectEditorWrites<MergeEditor>(
+      kMergeIndex, u"ajustcolumns=1\r\n", L"CSV Merge Data", "merge", 3,
+      [](HWND w) {
+        HWND adjust = ByCaption(w, Wide(MergeEditor::kMismatchItems[1]));
+        EXPECT_TRUE(test::IsChecked(adjust));
+        test::Click(ByCaption(w, L"OK"));
+        EXPECT_EQ(test::ShownTab(w), 0);
+        EXPECT_EQ(test::BalloonText(w), CheckMessage<MergeEditor>());
+        test::Type(Labelled(w, SourceFrame::kFileNameLabel), L"more.csv");
+        test::SelectTab(w, 2);
+        test::Click(ByCaption(w, Wide(MergeEditor::kMismatchItems[0])));
+      },
+      [](MergeEditor& m) { m.source.fileName = u"more.csv"; });
 }
 
 }  // namespace
