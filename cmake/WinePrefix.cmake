@@ -54,6 +54,17 @@ if(NOT user_reg MATCHES "\"ShowCrashDialog\"=dword:00000000")
   endif()
 endif()
 
+# Without a window manager (Xvfb) Wine draws the windows' frames and captions
+# itself, so dialogs and their screenshots look as they do on Windows.
+if(NOT user_reg MATCHES "\"Managed\"=\"N\"")
+  execute_process(COMMAND "${WINE}" reg.exe add "HKCU\\Software\\Wine\\X11 Driver"
+                          /v Managed /t REG_SZ /d N /f
+                  RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE out TIMEOUT 120)
+  if(NOT rc EQUAL 0)
+    message(FATAL_ERROR "Could not set Wine's window management (${rc}):\n${out}")
+  endif()
+endif()
+
 # Proves that a Windows program runs (and leaves wineserver up for the tests).
 execute_process(COMMAND "${WINE}" cmd.exe /c echo wine-ok
                 RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err TIMEOUT 120)

@@ -28,6 +28,7 @@ packages=(
   imagemagick fonts-dejavu-core         # scripts/make-csv-icon.sh
   clang libclang-rt-dev llvm            # the fuzz preset: clang, its libFuzzer and sanitizer
                                         # runtimes, llvm-symbolizer for readable reports
+  libstb-dev                            # stb_image_write: the dialog tests save screenshots as PNG
 )
 
 missing=()

@@ -23,28 +23,26 @@ namespace {
 // Index order is the catalogue's: Open, Information, Add Column, Remove
 // Column, Sort, Move Column, Read Cells, Write Cells, Merge, Filter, Data Loop,
 // Remove Duplicates, Save.
-const std::array<ActionRoutines, kActionCount> kRoutines = {{
-    {nullptr, &ExecOpenData},  // 0 CSV Open Data
-    {nullptr, &ExecDataInformation},  // 1 CSV Get Data Information
-    {nullptr, &ExecAddColumn},  // 2 CSV Add Column
-    {nullptr, &ExecRemoveColumns},  // 3 CSV Remove Column
-    {nullptr, &ExecSortByColumn},  // 4 CSV Sort by Column
-    {nullptr, &ExecMoveColumn},  // 5 CSV Move Column
-    {nullptr, &ExecReadCells},  // 6 CSV Read Cells
-    {nullptr, &ExecWriteCells},  // 7 CSV Write Cells
-    {nullptr, &ExecMergeData},  // 8 CSV Merge Data
-    {nullptr, &ExecFilterData},  // 9 CSV Filter Data
-    {nullptr, &ExecDataLoop},  // 10 CSV Data Loop
-    {nullptr, &ExecRemoveDuplicates},  // 11 CSV Remove Duplicates
-    {nullptr, &ExecSaveData},  // 12 CSV Save Data
-}};
-
-const ActionRoutines kNone{};
+const std::array<ActionRoutine, kActionCount> kRoutines = {
+    &ExecOpenData,  // 0 CSV Open Data
+    &ExecDataInformation,  // 1 CSV Get Data Information
+    &ExecAddColumn,  // 2 CSV Add Column
+    &ExecRemoveColumns,  // 3 CSV Remove Column
+    &ExecSortByColumn,  // 4 CSV Sort by Column
+    &ExecMoveColumn,  // 5 CSV Move Column
+    &ExecReadCells,  // 6 CSV Read Cells
+    &ExecWriteCells,  // 7 CSV Write Cells
+    &ExecMergeData,  // 8 CSV Merge Data
+    &ExecFilterData,  // 9 CSV Filter Data
+    &ExecDataLoop,  // 10 CSV Data Loop
+    &ExecRemoveDuplicates,  // 11 CSV Remove Duplicates
+    &ExecSaveData,  // 12 CSV Save Data
+};
 
 }  // namespace
 
-const ActionRoutines& RoutinesForIndex(int32_t index) {
-  return index >= 0 && index < kActionCount ? kRoutines[static_cast<size_t>(index)] : kNone;
+ActionRoutine ExecutorForIndex(int32_t index) {
+  return index >= 0 && index < kActionCount ? kRoutines[static_cast<size_t>(index)] : nullptr;
 }
 
 void StopDataLoopForStep(QmTaskBridge& task, TQMPluginParams& params) { StopDataLoop(task, params); }

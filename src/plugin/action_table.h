@@ -1,4 +1,5 @@
-// The action routines by catalogue index: what the dispatcher calls.
+// The executors by catalogue index: what the dispatcher runs. (The
+// configuration editors are the dialogs layer's: ui/editors.h.)
 #pragma once
 
 #include <cstdint>
@@ -8,18 +9,13 @@ namespace qm {
 class QmTaskBridge;
 class TQMPluginParams;
 
-struct ActionRoutines {
-  // Runs the step's dialog; true when the user confirmed it.
-  bool (*configure)(TQMPluginParams& params) = nullptr;
-  // Runs the step; the step's Boolean result.
-  bool (*execute)(QmTaskBridge& task, TQMPluginParams& params) = nullptr;
-};
+// Runs the step; the step's Boolean result.
+using ActionRoutine = bool (*)(QmTaskBridge& task, TQMPluginParams& params);
 
 inline constexpr int32_t kActionCount = 13;
 
-// The routines of catalogue index 0..12; an empty entry for any other index
-// (and for an action whose routine is not there).
-const ActionRoutines& RoutinesForIndex(int32_t index);
+// The executor of catalogue index 0..12; null for any other index.
+ActionRoutine ExecutorForIndex(int32_t index);
 
 // Releases the Data Loop state saved for the parameter set's step, if any.
 void StopDataLoopForStep(QmTaskBridge& task, TQMPluginParams& params);

@@ -11,6 +11,7 @@
 #include "boundary/plugin_params.h"
 #include "task/job_table.h"
 #include "task/live_objects.h"
+#include "ui/editors.h"
 
 namespace qm {
 
@@ -92,7 +93,7 @@ void TCSVDataDM::ReadHostSettings() {
 
 bool TCSVDataDM::ActionConfig(TAction& sender, TAFActionParams& params) {
   TQMPluginParams p(params);
-  const auto configure = RoutinesForIndex(sender.Index).configure;
+  const auto configure = ui::EditorForIndex(sender.Index);
   const bool confirmed = configure && configure(p);
   if (confirmed) p.ToActionParams(params);
   return confirmed;
@@ -102,7 +103,7 @@ bool TCSVDataDM::ActionExec(TAction& sender, QmTaskBridge& task, TAFActionParams
   // Nothing is caught here: a failure that escapes a routine travels on to
   // the host, and the parameter block is never written back.
   TQMPluginParams p(params);
-  const auto execute = RoutinesForIndex(sender.Index).execute;
+  const auto execute = ExecutorForIndex(sender.Index);
   return execute && execute(task, p);
 }
 

@@ -1,0 +1,346 @@
+// The configuration editors as a user meets them: qmcsv.dll loaded as the host
+// loads it, each editor opened through the catalogue's configure entry on a
+// block and driven through its real window under Wine. The editors' rules are
+// tested natively on their models; here: that the window shows and writes
+// what the model says, and screenshots of every page at 100% and 150%.
+#include <windows.h>
+#include <commctrl.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "boundary/param_parser.h"
+#include "core/messages.h"
+#include "dialogs/add_column_editor.h"
+#include "dialogs/information_editor.h"
+#include "dialogs/merge_editor.h"
+#include "dialogs/move_column_editor.h"
+#include "dialogs/open_data_editor.h"
+#include "dialogs/remove_columns_editor.h"
+#include "dialogs/remove_duplicates_editor.h"
+#include "dialogs/save_data_editor.h"
+#include "dialogs/sort_editor.h"
+#include "plugin_under_test_win32.h"
+#include "ui/placement_store_win32.h"
+#include "ui/text_win32.h"
+#include "ui_driver_win32.h"
+
+namespace qm {
+namespace {
+
+using test::ByCaption;
+using test::ByLabel;
+using ui::Wide;
+
+using test::PluginUnderTest;
+
+constexpr int32_t kOpenDataIndex = 0;
+constexpr int32_t kInformationIndex = 1;
+constexpr int32_t kAddColumnIndex = 2;
+constexpr int32_t kRemoveColumnsIndex = 3;
+constexpr int32_t kSortIndex = 4;
+constexpr int32_t kMoveColumnIndex = 5;
+constexpr int32_t kMergeIndex = 8;
+constexpr int32_t kRemoveDuplicatesIndex = 11;
+constexpr int32_t kSaveDataIndex = 12;
+
+PluginUnderTest& Plugin() {
+  static test::PluginUnderTest plugin;
+  return plugin;
+}
+
+// Every test starts from the default placements.
+class Editors : public ::testing::Test {
+ protected:
+  void SetUp() override { DeleteFileW(ui::PlacementStorePath().c_str()); }
+};
+
+std::string ScreenshotPath(const std::string& name) {
+  const char* folder = std::getenv("QMCSV_SCREENSHOTS");
+  std::filesystem::path dir = folder ? folder : "screenshots";
+  std::filesystem::create_directories(dir);
+  return (dir / (name + ".png")).string();
+}
+
+// Shots of every visible tab page of the dialog, named <stem>_<page>.
+void ShootPages(HWND dialog, const std::string& stem, int pages) {
+  for (int page = 0; page < pages; ++page) {
+    test::SelectTab(dialog, page);
+    test::Screenshot(dialog, ScreenshotPath(stem + "_" + std::to_string(page)));
+  }
+  test::SelectTab(dialog, 0);
+}
+
+// The block the editor's model writes for these settings.
+template <class Model, class Set>
+std::u16string ModelBlock(Set&& set) {
+  Model model;
+  model.Load(TQMParamParser(std::u16string_view{}));
+  set(model);
+  TQMParamParser block;
+  model.Save(block);
+  return block.Text();
+}
+
+
+// Opens the editor of `index` on `block` at 100% and 150%, shoots its first
+// `pages` pages as <stem>_<scale>_<page>, runs `script` on its window and
+// expects the block the model writes after `set`.
+template <class Model, class Set>
+void ExpectEditorWrites(int32_t index, const std::u16string& block, const std::wstring& caption,
+                        const std::string& stem, int pages, const std::function<void(HWND)>& script, Set&& set) {
+  for (int scale : {100, 150}) {
+    PluginUnderTest::SetScale(scale);
+    std::optional<std::u16string> written;
+    test::DriveDialog([&] { written = Plugin().Configure(index, block); },
+                      [&] {
+                        HWND w = test::WaitForWindow(caption);
+                        ASSERT_TRUE(w);
+                        ShootPages(w, stem + "_" + std::to_string(scale), pages);
+                        script(w);
+                        test::Press(w, VK_RETURN);
+                        EXPECT_TRUE(test::WaitUntilClosed(w));
+                      });
+    ASSERT_TRUE(written) << scale;
+    EXPECT_EQ(*written, ModelBlock<Model>(set)) << scale;
+  }
+  PluginUnderTest::SetScale(100);
+}
+
+// A model's label as the driver finds it: without "&" and trailing blanks.
+HWND Labelled(HWND dialog, std::u16string_view label) {
+  std::wstring text;
+  for (char16_t c : label)
+    if (c != u'&') text += static_cast<wchar_t>(c);
+  while (!text.empty() && text.back() == L' ') text.pop_back();
+  return ByLabel(dialog, text);
+}
+
+// The balloon a refused OK shows for the model's failed check of a new step.
+template <class Model>
+std::wstring CheckMessage() {
+  const auto failure = Model().Check();
+  return failure ? std::wstring(failure->message.begin(), failure->message.end()) : std::wstring();
+}
+
+
+TEST_F(Editors, SortWritesWhatWasChosenAndRefusesAnEmptyColumnOnItsPage) {
+  for (int scale : {100, 150}) {
+    PluginUnderTest::SetScale(scale);
+    std::optional<std::u16string> written;
+    test::DriveDialog([&] { written = Plugin().Configure(kSortIndex, u""); },
+                      [&] {
+                        HWND w = test::WaitForWindow(L"CSV Sort by Column");
+                        ASSERT_TRUE(w);
+                        // The task's table: no "Source Format" page.
+                        ShootPages(w, "sort_" + std::to_string(scale), 2);
+                        test::Click(ByCaption(w, L"OK"));
+                        EXPECT_EQ(test::ShownTab(w), 0);
+                        EXPECT_EQ(test::LastBeep(w), static_cast<int>(MB_ICONEXCLAMATION));
+                        EXPECT_EQ(test::BalloonText(w), L"Value is empty");
+                        if (scale == 100) test::Screenshot(w, ScreenshotPath("sort_refused_100"));
+                        test::Type(ByLabel(w, L"Sort by column (from 1):"), L"3");
+                        HWND caseSensitive = ByCaption(w, L"Case sensitive");
+                        EXPECT_TRUE(IsWindowEnabled(caseSensitive));
+                        test::Choose(ByLabel(w, L"Sort mode:"), 1);
+                        EXPECT_FALSE(IsWindowEnabled(caseSensitive));
+                        test::Choose(ByLabel(w, L"Sort direction:"), 1);
+                        // A file source without a name: refused on the "Source" page.
+                        test::SelectTab(w, 1);
+                        test::Click(ByCaption(w, L"File"));
+                        test::Click(ByCaption(w, L"OK"));
+                        EXPECT_EQ(test::ShownTab(w), 1);
+                        EXPECT_EQ(test::BalloonText(w), L"Value is empty");
+                        ShootPages(w, "sort_file_" + std::to_string(scale), 3);
+                        test::Type(ByLabel(w, L"File name:"), L"orders.csv");
+                        test::Press(w, VK_RETURN);
+                        EXPECT_TRUE(test::WaitUntilClosed(w));
+                      });
+    const auto expected = ModelBlock<SortEditor>([](SortEditor& m) {
+      m.column = u"3";
+      m.mode = SortMode::Numbers;
+      m.direction = SortDirection::Descending;
+      m.pages.source.source = CsvSource::File;
+      m.pages.source.fileName = u"orders.csv";
+    });
+    ASSERT_TRUE(written);
+    EXPECT_EQ(*written, expected);
+  }
+  PluginUnderTest::SetScale(100);
+}
+
+TEST_F(Editors, SortCancelKeepsTheBlockAndInsertVariableGoesToTheCaret) {
+  const std::u16string block = u"sortcolumn=12\r\nsortmode=1\r\n";
+  PluginUnderTest::SetPickedVariable(u"{col}");
+  std::optional<std::u16string> written;
+  test::DriveDialog([&] { written = Plugin().Configure(kSortIndex, block); },
+                    [&] {
+                      HWND w = test::WaitForWindow(L"CSV Sort by Column");
+                      ASSERT_TRUE(w);
+                      HWND column = ByLabel(w, L"Sort by column (from 1):");
+                      EXPECT_EQ(test::Text(column), L"12");
+                      test::Focus(column);
+                      SendMessageW(column, EM_SETSEL, 1, 1);
+                      test::Click(ByCaption(w, L"{V}"));
+                      EXPECT_EQ(test::Text(column), L"1{col}2");
+                      test::Click(ByCaption(w, L"Cancel"));
+                      EXPECT_TRUE(test::WaitUntilClosed(w));
+                    });
+  EXPECT_FALSE(written);
+}
+
+TEST_F(Editors, GetDataInformationWritesTheVariables) {
+  ExpectEditorWrites<InformationEditor>(
+      kInformationIndex, u"recordcountvar=rows\r\n", L"CSV Get Data Information", "information", 2,
+      [](HWND w) {
+        EXPECT_EQ(test::Text(Labelled(w, InformationEditor::kRecordCountLabel)), L"rows");
+        test::Type(Labelled(w, InformationEditor::kColumnCountLabel), L"cols");
+      },
+      [](InformationEditor& m) {
+        m.recordCountVar = u"rows";
+        m.columnCountVar = u"cols";
+      });
+}
+
+TEST_F(Editors, AddColumnEnablesPositionAndValueByChoice) {
+  const auto& labels = AddColumnEditor::kLabels;
+  ExpectEditorWrites<AddColumnEditor>(
+      kAddColumnIndex, u"", L"CSV Add Column", "add_column", 2,
+      [&](HWND w) {
+        HWND position = Labelled(w, labels[1]);
+        HWND value = Labelled(w, labels[4]);
+        EXPECT_FALSE(IsWindowEnabled(position));
+        EXPECT_FALSE(IsWindowEnabled(value));
+        test::Choose(Labelled(w, labels[0]), 1);
+        EXPECT_TRUE(IsWindowEnabled(position));
+        test::Type(position, L"2");
+        test::Type(Labelled(w, labels[2]), L"Total");
+        test::Choose(Labelled(w, labels[3]), 2);
+        EXPECT_TRUE(IsWindowEnabled(value));
+        test::Type(value, L"{x}");
+      },
+      [](AddColumnEditor& m) {
+        m.action = AddColumnAction::Insert;
+        m.position = u"2";
+        m.name = u"Total";
+        m.fill = ColumnFill::Static;
+        m.value = u"{x}";
+      });
+}
+
+TEST_F(Editors, MoveColumnRefusesABlankColumnAndWritesBoth) {
+  ExpectEditorWrites<MoveColumnEditor>(
+      kMoveColumnIndex, u"", L"CSV Move Column", "move_column", 2,
+      [](HWND w) {
+        test::Click(ByCaption(w, L"OK"));
+        EXPECT_EQ(test::ShownTab(w), 0);
+        EXPECT_EQ(test::BalloonText(w), CheckMessage<MoveColumnEditor>());
+        test::Type(Labelled(w, MoveColumnEditor::kFromLabel), L"4");
+        test::Type(Labelled(w, MoveColumnEditor::kToLabel), L"1");
+      },
+      [](MoveColumnEditor& m) {
+        m.from = u"4";
+        m.to = u"1";
+      });
+}
+
+TEST_F(Editors, RemoveDuplicatesWritesCaseAndVariable) {
+  ExpectEditorWrites<RemoveDuplicatesEditor>(
+      kRemoveDuplicatesIndex, u"", L"CSV Remove Duplicates", "remove_duplicates", 2,
+      [](HWND w) {
+        test::Click(ByCaption(w, Wide(RemoveDuplicatesEditor::kCaseSensitive)));
+        test::Type(Labelled(w, RemoveDuplicatesEditor::kVariableLabel), L"gone");
+      },
+      [](RemoveDuplicatesEditor& m) {
+        m.caseSensitive = true;
+        m.variable = u"gone";
+      });
+}
+
+TEST_F(Editors, RemoveColumnsRefusesABlankListAndWritesIt) {
+  ExpectEditorWrites<RemoveColumnsEditor>(
+      kRemoveColumnsIndex, u"", L"CSV Remove Columns", "remove_columns", 2,
+      [](HWND w) {
+        test::Click(ByCaption(w, L"OK"));
+        EXPECT_EQ(test::BalloonText(w), CheckMessage<RemoveColumnsEditor>());
+        test::Type(Labelled(w, RemoveColumnsEditor::kColumnsLabel), L"1,3");
+      },
+      [](RemoveColumnsEditor& m) { m.columns = u"1,3"; });
+}
+
+TEST_F(Editors, OpenDataRefusesAMissingFileAndWritesSourceAndFormat) {
+  ExpectEditorWrites<OpenDataEditor>(
+      kOpenDataIndex, u"", L"CSV Open Data", "open_data", 2,
+      [](HWND w) {
+        test::Click(ByCaption(w, L"OK"));
+        EXPECT_EQ(test::ShownTab(w), 0);
+        EXPECT_EQ(test::BalloonText(w), CheckMessage<OpenDataEditor>());
+        test::Type(Labelled(w, SourceFrame::kFileNameLabel), L"in.csv");
+        test::Choose(Labelled(w, SourceFrame::kEncodingLabel), 2);
+        test::SelectTab(w, 1);
+        test::Choose(Labelled(w, FormatFrame::kDelimiterLabel), int(DelimiterChoice::Tab));
+      },
+      [](OpenDataEditor& m) {
+        m.source.fileName = u"in.csv";
+        m.source.encoding = EncodingFromIndex(2);
+        m.format.SelectDelimiter(DelimiterChoice::Tab);
+      });
+}
+
+// The number of tab pages the dialog shows.
+int TabCount(HWND dialog) {
+  return static_cast<int>(SendMessageW(FindWindowExW(dialog, nullptr, WC_TABCONTROLW, nullptr), TCM_GETITEMCOUNT, 0, 0));
+}
+
+TEST_F(Editors, SaveDataEnablesNamesByChoiceAndShowsTheFormatOnlyWhenChanged) {
+  ExpectEditorWrites<SaveDataEditor>(
+      kSaveDataIndex, u"notchangeformat=0\r\n", L"CSV Save Data", "save_data", 2,
+      [&](HWND w) {
+        HWND toVariable = ByCaption(w, Wide(TargetFrame::kSaveToVariable));
+        HWND variable = GetWindow(toVariable, GW_HWNDNEXT);
+        EXPECT_FALSE(IsWindowEnabled(variable));
+        test::Click(toVariable);
+        EXPECT_TRUE(IsWindowEnabled(variable));
+        test::Click(ByCaption(w, L"OK"));
+        EXPECT_EQ(test::BalloonText(w), Wide(msg::kValueEmpty));
+        test::Type(variable, L"csv");
+        HWND toFile = ByCaption(w, Wide(TargetFrame::kSaveToFile));
+        test::Click(toFile);
+        test::Type(GetWindow(toFile, GW_HWNDNEXT), L"out.csv");
+        test::Choose(Labelled(w, TargetFrame::kEncodingLabel), 2);
+        HWND keep = ByCaption(w, Wide(TargetFrame::kKeepFormat));
+        test::Click(keep);
+        EXPECT_EQ(TabCount(w), 1);
+        test::Click(keep);
+        EXPECT_EQ(TabCount(w), 2);
+        test::SelectTab(w, 1);
+        test::Choose(Labelled(w, FormatFrame::kDelimiterLabel), int(DelimiterChoice::Tab));
+      },
+      [](SaveDataEditor& m) {
+        m.target = {true, u"csv", true, u"out.csv", EncodingFromIndex(2), false};
+        m.format.SelectDelimiter(DelimiterChoice::Tab);
+      });
+}
+
+TEST_F(Editors, MergeDataWritesSourceFormatAndColumnChoice) {
+  ExpectEditorWrites<MergeEditor>(
+      kMergeIndex, u"ajustcolumns=1\r\n", L"CSV Merge Data", "merge", 3,
+      [](HWND w) {
+        HWND adjust = ByCaption(w, Wide(MergeEditor::kMismatchItems[1]));
+        EXPECT_TRUE(test::IsChecked(adjust));
+        test::Click(ByCaption(w, L"OK"));
+        EXPECT_EQ(test::ShownTab(w), 0);
+        EXPECT_EQ(test::BalloonText(w), CheckMessage<MergeEditor>());
+        test::Type(Labelled(w, SourceFrame::kFileNameLabel), L"more.csv");
+        test::SelectTab(w, 2);
+        test::Click(ByCaption(w, Wide(MergeEditor::kMismatchItems[0])));
+      },
+      [](MergeEditor& m) { m.source.fileName = u"more.csv"; });
+}
+
+}  // namespace
+}  // namespace qm

@@ -1,0 +1,53 @@
+// Drives a real dialog from a second thread as a user would: finds controls by
+// their labels, types, clicks, presses keys, reads the balloon, and takes
+// screenshots as PNG files.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+
+namespace qm::test {
+
+// Runs `script` on a driver thread while `open` runs the modal dialog on
+// this one; the script's failures are reported through GoogleTest.
+void DriveDialog(const std::function<void()>& open, const std::function<void()>& script);
+
+// A visible top-level window of this process with the caption; null after
+// a few seconds.
+HWND WaitForWindow(const std::wstring& caption);
+// Waits until the window is gone; false when it stays.
+bool WaitUntilClosed(HWND window);
+
+// The control a label names: the first tab stop after the label among the
+// dialog's children. The label's text is compared without its "&" mnemonic
+// marker and without trailing blanks.
+HWND ByLabel(HWND dialog, const std::wstring& label);
+// A button, check box or radio button by its own caption (without "&").
+HWND ByCaption(HWND dialog, const std::wstring& caption);
+
+std::wstring Text(HWND control);
+// Replaces a text field's content as typing would (the field is notified).
+void Type(HWND field, const std::wstring& text);
+void Click(HWND button);
+void Choose(HWND comboBox, int index);
+bool IsChecked(HWND button);
+// A key press (with Ctrl held when asked) into the dialog's focused control,
+// through the dialog's own message loop.
+void Press(HWND dialog, WORD key, bool ctrl = false);
+void Focus(HWND control);
+
+// The tab page the dialog shows (index among the visible tabs).
+int ShownTab(HWND dialog);
+// Clicks the tab of that index.
+void SelectTab(HWND dialog, int index);
+// The text of the dialog's visible balloon hint; empty when none is shown.
+std::wstring BalloonText(HWND dialog);
+// The beep a refused OK sounded last: MB_ICONEXCLAMATION, MB_OK, or -1.
+int LastBeep(HWND dialog);
+
+// Saves what the screen shows of the window (and the popups over it) as a PNG.
+bool Screenshot(HWND window, const std::string& path);
+
+}  // namespace qm::test
