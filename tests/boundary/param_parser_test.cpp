@@ -53,15 +53,6 @@ TEST(ParamParser, ListsKeepTheirCountAndDropLeadingEmptyItems) {
   EXPECT_EQ(p.GetStringsDef(u"Z", u"dflt"), u"dflt");
 }
 
-TEST(ParamParser, SplitLinesFollowsTheLineBreakRules) {
-  using V = std::vector<std::u16string>;
-  EXPECT_EQ(SplitLines(u"a\r\nb\rc\nd"), (V{u"a", u"b", u"c", u"d"}));
-  EXPECT_EQ(SplitLines(u"a\n\rb"), (V{u"a", u"", u"b"}));  // LF CR is two breaks
-  EXPECT_EQ(SplitLines(u"a\r\n"), (V{u"a"}));              // no empty line at the end
-  EXPECT_EQ(SplitLines(std::u16string(u"a\0b", 3)), (V{u"a"}));
-  EXPECT_TRUE(SplitLines(u"").empty());
-}
-
 
 // Keys are looked up through an index, not by scanning the block: a block of
 // many entries reads in linear time, and the first line of a name still wins.
