@@ -89,7 +89,12 @@ int32_t BridgeQueryInterface(IQmTaskBridge* self, const QmGuid* iid, void** out)
   return QM_E_NOINTERFACE;
 }
 uint32_t BridgeAddRef(IQmTaskBridge* self) { return static_cast<uint32_t>(++Bridge(self)->references); }
-uint32_t BridgeRelease(IQmTaskBridge* self) { return static_cast<uint32_t>(--Bridge(self)->references); }
+uint32_t BridgeRelease(IQmTaskBridge* self) {
+  TaskInterface* bridge = Bridge(self);
+  const auto left = --bridge->references;
+  if (left == 0 && bridge->orphaned) delete bridge;
+  return static_cast<uint32_t>(left);
+}
 int32_t BridgeTaskId(IQmTaskBridge* self) { return Bridge(self)->task.TaskId(); }
 int32_t BridgeStepCount(IQmTaskBridge* self) { return Bridge(self)->task.StepCount(); }
 

@@ -30,6 +30,9 @@ struct TaskInterface : IQmTaskBridge {
   explicit TaskInterface(TaskSteps& task);
   TaskSteps& task;
   int64_t references = 1;
+  // Set when the host has let go of an interface the plug-in still holds:
+  // the plug-in's last Release then deletes it.
+  bool orphaned = false;
 };
 
 // References to step items the plug-in has not released (over all tasks).

@@ -174,6 +174,10 @@ RunResult TaskRunner::Run(uint64_t maxSteps) {
     // A loop stopped half way keeps its reference on purpose; say so, but it
     // is not a failure of the host.
     host.Event("task interface references still held by the plug-in: " + std::to_string(bridge->references - 1));
+    // The host lets go; the plug-in's last Release deletes it (at the latest
+    // when the library unloads and frees what its tasks left behind).
+    bridge->orphaned = true;
+    --bridge->references;
   } else {
     delete bridge;
   }

@@ -76,10 +76,13 @@ TCSVDataDM::TCSVDataDM() {
 }
 
 TCSVDataDM::~TCSVDataDM() {
-  // Only the catalogue the host initialised has tasks; a module that was
-  // refused (a second initialisation, an old host) leaves them alone. A loop
-  // still releases its task reference here, while the host's records live.
-  if (TAFPlugin::Current() == &Plugin) LiveObjects::Release();
+  // The catalogue the host initialised frees what its tasks left behind (a
+  // loop still releases its task reference here, while the host's records
+  // live); so does a module refused before any was initialised (an old
+  // host), which owns the registry it made. A second module refused beside
+  // an initialised one leaves the registry alone.
+  const TAFPlugin* current = TAFPlugin::Current();
+  if (current == &Plugin || current == nullptr) LiveObjects::Release();
 }
 
 void TCSVDataDM::ReadHostSettings() {
