@@ -29,14 +29,7 @@ TEST(CaseFold, Texts) {
     std::u16string_view out;
   };
   const Case cases[] = {
-      {u"", u""},
-      {u"Hello, World! @[`{ 123", u"hello, world! @[`{ 123"},
-      {u"ÄPFEL", u"äpfel"},
-      {u"ΣΟΦΙΑ ΟΔΟΣ οδός", u"σοφια οδοσ οδόσ"},  // final sigma folds like sigma
-      {u"STRAßE ẞ", u"straße ß"},                 // ß has only a full folding (ss)
       {u"\u0130I\u212A\u00B5", u"\u0130ik\u03BC"},  // İ keeps, I is not Turkic ı
-      {u"МОСКВА \uAB70\uFF21", u"москва \u13A0\uFF41"},
-      {u"\U00010400\U0001E921x", u"\U00010428\U0001E943x"},
       // Lone and reversed surrogates stay unit by unit; a pair after a lone
       // high surrogate is still folded as a pair.
       {u"A\xD800" u"B\xDC00" u"C", u"a\xD800" u"b\xDC00" u"c"},

