@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -23,10 +25,11 @@ constexpr int kExitOk = 0;
 constexpr int kExitTaskFailed = 1;
 constexpr int kExitUsage = 2;
 constexpr int kExitMemory = 3;
+constexpr int kExitCancelled = 4;
 constexpr int kExitDeclined = 5;
 
 const char kUsage[] =
-    "usage: qmhost [options] list | about | run TASKFILE\n"
+    "usage: qmhost [options] list | about | run TASKFILE | configure ACTION_ID [BLOCKFILE]\n"
     "options:\n"
     "  --plugin PATH         the plug-in library (default: next to qmhost)\n"
     "  --host-version TEXT   the version the host claims (default 9.5.0.1)\n"
@@ -80,6 +83,58 @@ void List(const TAFPluginInfo& info) {
                                                                      : "none"));
 }
 
+// A block file's UTF-8 lines as a step's block: each line a key, ending in CR LF.
+bool ReadBlockFile(const std::string& path, std::u16string& block) {
+  std::ifstream in(path, std::ios::binary);
+  if (!in) return false;
+  const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  size_t start = 0;
+  while (start < bytes.size()) {
+    size_t end = bytes.find('\n', start);
+    if (end == std::string::npos) end = bytes.size();
+    std::string line = bytes.substr(start, end - start);
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    if (!line.empty()) block += qm::Utf8ToUtf16(line) + u"\r\n";
+    start = end + 1;
+  }
+  return true;
+}
+
+// Opens the editor of the action `actionId` on `block` through the catalogue;
+// prints the confirmed block one key a line, or "cancelled".
+int Configure(const TAFPluginInfo& info, const std::string& actionId, const std::u16string& block) {
+  const TAFActionsInfo* actions = info.IsActions ? info.ActionsInfo : nullptr;
+  int32_t index = -1;
+  for (int32_t i = 0; actions && i < actions->ActionsCount; ++i) {
+    if (Narrow(Z(actions->GetActionInfo(i)->ActionID)) == actionId) index = i;
+  }
+  if (index < 0) {
+    Print("qmhost: no action " + Quote(qm::Utf8ToUtf16(actionId)) + " in the catalogue");
+    return kExitUsage;
+  }
+  // The step's block as the host keeps it: from the host's own allocator.
+  const auto bytes = static_cast<int32_t>((block.size() + 1) * sizeof(char16_t));
+  auto* memory = static_cast<char16_t*>(Memory().Allocate(bytes));
+  std::copy(block.begin(), block.end(), memory);
+  memory[block.size()] = u'\0';
+  TAFActionParams params{bytes, memory, 0, 0, kLongFalse};
+  const bool confirmed = actions->ConfigAction(index, &params) != kLongFalse;
+  const std::u16string written = confirmed && params.PPtr ? std::u16string(params.PPtr) : std::u16string();
+  if (params.PPtr) Memory().Free(params.PPtr, params.Size);
+  if (!confirmed) {
+    Print("cancelled");
+    return kExitCancelled;
+  }
+  size_t start = 0;
+  while (start < written.size()) {
+    size_t end = written.find(u"\r\n", start);
+    if (end == std::u16string::npos) end = written.size();
+    Print(Narrow(std::u16string_view(written).substr(start, end - start)));
+    start = end + 2;
+  }
+  return kExitOk;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -123,9 +178,22 @@ int main(int argc, char** argv) {
       args.push_back(arg);
     }
   }
-  if (args.empty() || (args[0] == "run" && args.size() != 2) || (args[0] != "run" && args.size() != 1) ||
-      (args[0] != "run" && args[0] != "list" && args[0] != "about")) {
+  const bool configure = !args.empty() && args[0] == "configure";
+  if (args.empty() || (args[0] == "run" && args.size() != 2) || (configure && (args.size() < 2 || args.size() > 3)) ||
+      (args[0] != "run" && !configure && args.size() != 1) ||
+      (args[0] != "run" && !configure && args[0] != "list" && args[0] != "about")) {
     std::fputs(kUsage, stderr);
+    return kExitUsage;
+  }
+#ifndef _WIN32
+  if (configure) {
+    Print("qmhost: configure needs the Windows build: the dialogs are Windows windows");
+    return kExitUsage;
+  }
+#endif
+  std::u16string block;
+  if (configure && args.size() == 3 && !ReadBlockFile(args[2], block)) {
+    Print("qmhost: cannot read " + args[2]);
     return kExitUsage;
   }
 
@@ -161,6 +229,8 @@ int main(int argc, char** argv) {
       exitCode = kExitDeclined;
     } else if (args[0] == "list") {
       List(*info);
+    } else if (configure) {
+      exitCode = Configure(*info, args[1], block);
     } else if (args[0] == "about") {
       if (info->About) {
         info->About();

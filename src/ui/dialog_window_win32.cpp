@@ -1,6 +1,7 @@
 #include "ui/dialog_window_win32.h"
 
 #include <commctrl.h>
+#include <windowsx.h>
 
 #include <algorithm>
 
@@ -114,6 +115,9 @@ INT_PTR DialogWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       SetWindowLongPtrW(window_, DWLP_MSGRESULT, Notify(header));
       return TRUE;
     }
+    case WM_CONTEXTMENU:
+      ContextMenu(reinterpret_cast<HWND>(wParam), POINT{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+      return TRUE;
     case WM_CTLCOLORSTATIC:
     case WM_CTLCOLORBTN: {
       // Labels, check boxes and group boxes on a page take the colour of the
@@ -316,10 +320,14 @@ int DialogWindow::PageOf(HWND control) const {
   return -1;
 }
 
-void DialogWindow::ReportFailure(HWND control, const std::wstring& message, Beep beep) {
+void DialogWindow::Sound(Beep beep) {
   const UINT sound = beep == Beep::Warning ? MB_ICONEXCLAMATION : MB_OK;
   MessageBeep(sound);
   SetPropW(window_, kLastBeepProperty, reinterpret_cast<HANDLE>(static_cast<intptr_t>(sound) + 1));
+}
+
+void DialogWindow::ReportFailure(HWND control, const std::wstring& message, Beep beep) {
+  Sound(beep);
   const int page = PageOf(control);
   if (page >= 0) ShowPage(page);
   SetFocus(control);
@@ -343,6 +351,7 @@ void DialogWindow::ReportFailure(HWND control, const std::wstring& message, Beep
   RECT r{};
   GetWindowRect(control, &r);
   SendMessageW(balloon_, TTM_TRACKPOSITION, 0, MAKELPARAM((r.left + r.right) / 2, (r.top + r.bottom) / 2));
+  if (message.empty()) return;
   SendMessageW(balloon_, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&tool));
   SetTimer(window_, kBalloonTimer, kBalloonMilliseconds, nullptr);
 }

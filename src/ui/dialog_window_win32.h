@@ -76,7 +76,10 @@ class DialogWindow {
   // ---- the failed check ----
   // Beeps, shows the page holding the control, focuses it and shows the
   // message as a balloon at its centre for three seconds.
+  // An empty message shows no balloon.
   void ReportFailure(HWND control, const std::wstring& message, Beep beep);
+  // Sounds a beep and records it on the window (a refused command).
+  void Sound(Beep beep);
 
   // Texts of controls.
   static std::wstring TextOf(HWND control);
@@ -91,6 +94,9 @@ class DialogWindow {
   virtual bool Confirm() = 0;
   virtual void Command(int /*id*/, int /*code*/, HWND /*control*/) {}
   virtual LRESULT Notify(const NMHDR& /*header*/) { return 0; }
+  // A context menu was asked for over `control`, at screen point `at`
+  // ({-1, -1} from the keyboard).
+  virtual void ContextMenu(HWND /*control*/, POINT /*at*/) {}
   // The list-column widths to remember (list view handles); none by default.
   virtual std::vector<HWND> RememberedLists() const { return {}; }
 

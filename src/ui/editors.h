@@ -23,6 +23,8 @@ bool ConfigureAddColumn(TQMPluginParams& params);
 bool ConfigureRemoveColumns(TQMPluginParams& params);
 bool ConfigureSortByColumn(TQMPluginParams& params);
 bool ConfigureMoveColumn(TQMPluginParams& params);
+bool ConfigureReadCells(TQMPluginParams& params);
+bool ConfigureWriteCells(TQMPluginParams& params);
 bool ConfigureMergeData(TQMPluginParams& params);
 bool ConfigureRemoveDuplicates(TQMPluginParams& params);
 bool ConfigureSaveData(TQMPluginParams& params);

@@ -12,8 +12,8 @@ EditorRoutine EditorForIndex(int32_t index) {
       &ConfigureRemoveColumns,  // 3 CSV Remove Column
       &ConfigureSortByColumn,  // 4 CSV Sort by Column
       &ConfigureMoveColumn,     // 5 CSV Move Column
-      nullptr,                 // 6 CSV Read Cells
-      nullptr,                 // 7 CSV Write Cells
+      &ConfigureReadCells,     // 6 CSV Read Cells
+      &ConfigureWriteCells,    // 7 CSV Write Cells
       &ConfigureMergeData,     // 8 CSV Merge Data
       nullptr,                 // 9 CSV Filter Data
       nullptr,                 // 10 CSV Data Loop

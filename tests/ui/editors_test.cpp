@@ -16,6 +16,7 @@
 #include "boundary/param_parser.h"
 #include "core/messages.h"
 #include "dialogs/add_column_editor.h"
+#include "dialogs/cells_editor.h"
 #include "dialogs/information_editor.h"
 #include "dialogs/merge_editor.h"
 #include "dialogs/move_column_editor.h"
@@ -44,6 +45,8 @@ constexpr int32_t kAddColumnIndex = 2;
 constexpr int32_t kRemoveColumnsIndex = 3;
 constexpr int32_t kSortIndex = 4;
 constexpr int32_t kMoveColumnIndex = 5;
+constexpr int32_t kReadCellsIndex = 6;
+constexpr int32_t kWriteCellsIndex = 7;
 constexpr int32_t kMergeIndex = 8;
 constexpr int32_t kRemoveDuplicatesIndex = 11;
 constexpr int32_t kSaveDataIndex = 12;
@@ -340,6 +343,81 @@ TEST_F(Editors, MergeDataWritesSourceFormatAndColumnChoice) {
         test::Click(ByCaption(w, Wide(MergeEditor::kMismatchItems[0])));
       },
       [](MergeEditor& m) { m.source.fileName = u"more.csv"; });
+}
+
+// Both modes: an entry from the block, the refused commands with nothing
+// selected, two entries added through the cell editor (whose OK refuses a
+// blank column), one edited by double-click, one removed, and the list's
+// column widths remembered.
+TEST_F(Editors, CellsListAddsEditsAndRemovesThroughTheCellEditor) {
+  const std::u16string block = u"cellcount=1\r\nrow0=5\r\ncol0=6\r\nval0=old\r\n";
+  for (const bool write : {false, true}) {
+    const CellsEditor mode(write);
+    const std::string stem = write ? "write_cells" : "read_cells";
+    const std::wstring valueLabel(CellItemEditor(true, write).ValueLabel().begin(),
+                                  CellItemEditor(true, write).ValueLabel().end());
+    for (int scale : {100, 150}) {
+      DeleteFileW(ui::PlacementStorePath().c_str());
+      PluginUnderTest::SetScale(scale);
+      const std::string shot = stem + "_" + std::to_string(scale);
+      // Fills the cell editor of `caption` and confirms it.
+      auto fillCell = [&](const std::wstring& caption, const CellEntry& entry, bool refuseBlankColumn) {
+        HWND e = test::WaitForWindow(caption);
+        ASSERT_TRUE(e);
+        test::Screenshot(e, ScreenshotPath(shot + (caption == L"Add cell" ? "_add" : "_edit")));
+        test::Type(Labelled(e, CellItemEditor::kRowLabel), Wide(entry.row));
+        if (refuseBlankColumn) {
+          test::Type(Labelled(e, CellItemEditor::kColumnLabel), L" ");
+          test::Click(ByCaption(e, L"OK"));
+          EXPECT_EQ(test::LastBeep(e), static_cast<int>(MB_OK));
+          EXPECT_TRUE(IsWindowVisible(e));
+        }
+        test::Type(Labelled(e, CellItemEditor::kColumnLabel), Wide(entry.column));
+        test::Type(ByLabel(e, valueLabel), Wide(entry.value));
+        test::Press(e, VK_RETURN);
+        EXPECT_TRUE(test::WaitUntilClosed(e));
+      };
+      std::optional<std::u16string> written;
+      test::DriveDialog([&] { written = Plugin().Configure(write ? kWriteCellsIndex : kReadCellsIndex, block); },
+                        [&] {
+                          HWND w = test::WaitForWindow(Wide(mode.Caption()));
+                          ASSERT_TRUE(w);
+                          HWND list = Labelled(w, CellsEditor::kListLabel);
+                          const auto& commands = CellsEditor::kCommandCaptions;
+                          EXPECT_EQ(ListView_GetItemCount(list), 1);
+                          EXPECT_EQ(test::LastBeep(w), -1);
+                          test::Click(ByCaption(w, Wide(commands[2])));
+                          EXPECT_EQ(test::LastBeep(w), static_cast<int>(MB_OK));
+                          EXPECT_EQ(ListView_GetItemCount(list), 1);
+                          test::ClickLater(ByCaption(w, Wide(commands[1])));
+                          EXPECT_FALSE(FindWindowW(nullptr, L"Edit cell"));
+
+                          test::ClickLater(ByCaption(w, Wide(commands[0])));
+                          fillCell(L"Add cell", {u"1", u"2", u"first"}, true);
+                          test::ClickLater(ByCaption(w, Wide(commands[0])));
+                          fillCell(L"Add cell", {u"3", u"4", u"second"}, false);
+                          test::DoubleClickItemLater(list, 1);
+                          fillCell(L"Edit cell", {u"1", u"2", u"renamed"}, false);
+                          test::SelectItem(list, 0);
+                          test::Click(ByCaption(w, Wide(commands[2])));
+                          EXPECT_EQ(ListView_GetItemCount(list), 2);
+                          ShootPages(w, shot, 2);
+                          test::Click(ByCaption(w, L"OK"));
+                          EXPECT_TRUE(test::WaitUntilClosed(w));
+                        });
+      CellsEditor expected(write);
+      expected.Load(TQMParamParser(block));
+      expected.cells = {{u"1", u"2", u"renamed"}, {u"3", u"4", u"second"}};
+      TQMParamParser expectedBlock;
+      expected.Save(expectedBlock);
+      ASSERT_TRUE(written) << scale;
+      EXPECT_EQ(*written, expectedBlock.Text()) << scale;
+      ui::Placement placement;
+      EXPECT_TRUE(ui::LoadPlacement(L"TCSVcellsForm", placement));
+      EXPECT_EQ(placement.columns.size(), 3u);
+    }
+  }
+  PluginUnderTest::SetScale(100);
 }
 
 }  // namespace

@@ -116,6 +116,34 @@ void Click(HWND button) {
   Settle();
 }
 
+void ClickLater(HWND button) {
+  PostMessageW(button, BM_CLICK, 0, 0);
+  Settle();
+}
+
+void SelectItem(HWND listView, int item) {
+  LVITEMW state{};
+  state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+  SendMessageW(listView, LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&state));
+  if (item >= 0) {
+    state.state = LVIS_SELECTED | LVIS_FOCUSED;
+    SendMessageW(listView, LVM_SETITEMSTATE, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&state));
+  }
+  Settle();
+}
+
+void DoubleClickItemLater(HWND listView, int item) {
+  RECT r{};
+  r.left = LVIR_LABEL;
+  SendMessageW(listView, LVM_GETITEMRECT, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&r));
+  const LPARAM at = MAKELPARAM((r.left + r.right) / 2, (r.top + r.bottom) / 2);
+  // The first click of the two selects the item.
+  SelectItem(listView, item);
+  PostMessageW(listView, WM_LBUTTONDBLCLK, MK_LBUTTON, at);
+  PostMessageW(listView, WM_LBUTTONUP, 0, at);
+  Settle();
+}
+
 void Choose(HWND comboBox, int index) {
   SendMessageW(comboBox, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
   SendMessageW(GetParent(comboBox), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(comboBox), CBN_SELCHANGE),

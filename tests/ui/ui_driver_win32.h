@@ -31,6 +31,13 @@ std::wstring Text(HWND control);
 // Replaces a text field's content as typing would (the field is notified).
 void Type(HWND field, const std::wstring& text);
 void Click(HWND button);
+// Clicks without waiting for the click's handling: for a button that opens a
+// modal dialog of its own.
+void ClickLater(HWND button);
+// Selects a list view's item (-1: none), as a click on it would.
+void SelectItem(HWND listView, int item);
+// Double-clicks a list view's item without waiting for its handling.
+void DoubleClickItemLater(HWND listView, int item);
 void Choose(HWND comboBox, int index);
 bool IsChecked(HWND button);
 // A key press (with Ctrl held when asked) into the dialog's focused control,
