@@ -1,8 +1,8 @@
 #include <windows.h>
 #include <commctrl.h>
-#include <commdlg.h>
 
 #include "ui/enable_controls.h"
+#include "ui/file_chooser_win32.h"
 #include "ui/frame_view_win32.h"
 #include "ui/text_win32.h"
 
@@ -129,24 +129,8 @@ void SourceFrameView::Refresh(const SourceFrame& m) {
 }
 
 void SourceFrameView::Browse() {
-  // "CSV files|*.csv|..." as the dialog wants it: pairs separated by zeros.
-  std::wstring filter = Wide(SourceFrame::kBrowseFilter);
-  for (auto& ch : filter) {
-    if (ch == L'|') ch = L'\0';
-  }
-  filter.push_back(L'\0');
-  std::wstring file = DialogWindow::TextOf(Control(S::FileName));
-  file.resize(MAX_PATH * 4, L'\0');
-  const std::wstring title = Wide(SourceFrame::kBrowseTitle);
-  OPENFILENAMEW request{};
-  request.lStructSize = sizeof request;
-  request.hwndOwner = dialog_->Handle();
-  request.lpstrFilter = filter.c_str();
-  request.lpstrFile = file.data();
-  request.nMaxFile = static_cast<DWORD>(file.size());
-  request.lpstrTitle = title.c_str();
-  request.Flags = OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-  if (GetOpenFileNameW(&request)) DialogWindow::SetText(Control(S::FileName), file.c_str());
+  ChooseFileInto(dialog_->Handle(), Control(S::FileName),
+                 FileChoice{SourceFrame::kBrowseFilter, SourceFrame::kBrowseTitle, {}, false});
 }
 
 }  // namespace qm::ui

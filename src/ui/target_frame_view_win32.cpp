@@ -1,8 +1,8 @@
 #include <windows.h>
 #include <commctrl.h>
-#include <commdlg.h>
 
 #include "ui/enable_controls.h"
+#include "ui/file_chooser_win32.h"
 #include "ui/frame_view_win32.h"
 #include "ui/text_win32.h"
 
@@ -82,24 +82,8 @@ void TargetFrameView::Refresh(const TargetFrame& m) {
 }
 
 void TargetFrameView::Browse() {
-  // "CSV files|*.csv|..." as the dialog wants it: pairs separated by zeros.
-  std::wstring filter = Wide(TargetFrame::kBrowseFilter);
-  for (auto& ch : filter) {
-    if (ch == L'|') ch = L'\0';
-  }
-  filter.push_back(L'\0');
-  std::wstring file = DialogWindow::TextOf(Control(T::FileName));
-  file.resize(MAX_PATH * 4, L'\0');
-  const std::wstring extension = Wide(TargetFrame::kBrowseExtension);
-  OPENFILENAMEW request{};
-  request.lStructSize = sizeof request;
-  request.hwndOwner = dialog_->Handle();
-  request.lpstrFilter = filter.c_str();
-  request.lpstrFile = file.data();
-  request.nMaxFile = static_cast<DWORD>(file.size());
-  request.lpstrDefExt = extension.c_str();
-  request.Flags = OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-  if (GetSaveFileNameW(&request)) DialogWindow::SetText(Control(T::FileName), file.c_str());
+  ChooseFileInto(dialog_->Handle(), Control(T::FileName),
+                 FileChoice{TargetFrame::kBrowseFilter, {}, TargetFrame::kBrowseExtension, true});
 }
 
 }  // namespace qm::ui
