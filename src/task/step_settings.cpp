@@ -5,14 +5,7 @@
 #include "core/convert.h"
 #include "core/text_lines.h"
 
-#include <algorithm>
-#include <vector>
-
 namespace qm {
-
-namespace {
-
-}  // namespace
 
 std::u16string SourceLineKey(int32_t index) { return u"line" + IntToHex(static_cast<uint32_t>(index), 8); }
 
