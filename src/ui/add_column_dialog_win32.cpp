@@ -7,6 +7,7 @@
 #include "ui/enable_controls.h"
 #include "ui/sourced_dialog_win32.h"
 #include "ui/text_win32.h"
+#include "ui/run_editor_win32.h"
 
 namespace qm::ui {
 
@@ -75,13 +76,6 @@ class AddColumnDialog final : public SourcedDialog {
 
 }  // namespace
 
-bool ConfigureAddColumn(TQMPluginParams& params) {
-  AddColumnEditor model;
-  model.Load(params);
-  AddColumnDialog dialog(model, DefaultScale());
-  if (!dialog.RunModal(static_cast<HWND>(HostApp().WHandle))) return false;
-  model.Save(params);
-  return true;
-}
+bool ConfigureAddColumn(TQMPluginParams& params) { return RunEditor<AddColumnDialog>(params, AddColumnEditor()); }
 
 }  // namespace qm::ui

@@ -10,14 +10,13 @@
 #include "ui/editors.h"
 #include "ui/sourced_dialog_win32.h"
 #include "ui/text_win32.h"
+#include "ui/run_editor_win32.h"
 
 namespace qm::ui {
 
 namespace {
 
 enum : int { kList = 10, kAdd, kEdit, kRemove, kRow, kColumn, kValue };
-
-Beep ViewBeep(qm::Beep beep) { return beep == qm::Beep::Exclamation ? Beep::Warning : Beep::Default; }
 
 // One entry: row, column and the variable name or expression.
 class CellItemDialog final : public DialogWindow {
@@ -51,7 +50,7 @@ class CellItemDialog final : public DialogWindow {
     m_.entry = CellEntry{Utf16(TextOf(row_)), Utf16(TextOf(column_)), Utf16(TextOf(value_))};
     if (const auto failure = m_.Check()) {
       HWND control = failure->control == CellItemControl::Row ? row_ : failure->control == CellItemControl::Column ? column_ : value_;
-      ReportFailure(control, Wide(failure->message), ViewBeep(failure->beep));
+      ReportFailure(control, Wide(failure->message), failure->beep);
       return false;
     }
     return true;
@@ -121,7 +120,7 @@ class CellsDialog final : public SourcedDialog {
   void Run(CellCommand command) {
     const int selected = Selected();
     if (const auto beep = m_.Refusal(command, selected)) {
-      Sound(ViewBeep(*beep));
+      Sound(*beep);
       return;
     }
     switch (command) {
@@ -192,12 +191,7 @@ class CellsDialog final : public SourcedDialog {
 };
 
 bool ConfigureCells(TQMPluginParams& params, bool writeMode) {
-  CellsEditor model(writeMode);
-  model.Load(params);
-  CellsDialog dialog(model, DefaultScale());
-  if (!dialog.RunModal(static_cast<HWND>(HostApp().WHandle))) return false;
-  model.Save(params);
-  return true;
+  return RunEditor<CellsDialog>(params, CellsEditor(writeMode));
 }
 
 }  // namespace

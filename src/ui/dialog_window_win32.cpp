@@ -321,7 +321,7 @@ int DialogWindow::PageOf(HWND control) const {
 }
 
 void DialogWindow::Sound(Beep beep) {
-  const UINT sound = beep == Beep::Warning ? MB_ICONEXCLAMATION : MB_OK;
+  const UINT sound = beep == Beep::Exclamation ? MB_ICONEXCLAMATION : MB_OK;
   MessageBeep(sound);
   SetPropW(window_, kLastBeepProperty, reinterpret_cast<HANDLE>(static_cast<intptr_t>(sound) + 1));
 }

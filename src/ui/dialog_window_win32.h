@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+#include "dialogs/dialog_check.h"
+
 namespace qm::ui {
 
 // A rectangle in pixels at 100% scale, relative to the dialog's client area.
@@ -22,8 +24,6 @@ struct Box {
 // How a control follows the dialog when the user resizes it.
 enum Anchor : unsigned { kAnchorNone = 0, kStretchRight = 1, kStretchDown = 2, kFollowRight = 4, kFollowDown = 8 };
 
-// The two beeps a refused OK sounds.
-enum class Beep { Warning, Default };
 
 // Control ids the frame itself uses.
 enum : int { kIdTabs = 900, kIdInsertVariable = 901 };

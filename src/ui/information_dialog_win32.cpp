@@ -6,6 +6,7 @@
 #include "ui/editors.h"
 #include "ui/sourced_dialog_win32.h"
 #include "ui/text_win32.h"
+#include "ui/run_editor_win32.h"
 
 namespace qm::ui {
 
@@ -49,12 +50,7 @@ class InformationDialog final : public SourcedDialog {
 }  // namespace
 
 bool ConfigureGetDataInformation(TQMPluginParams& params) {
-  InformationEditor model;
-  model.Load(params);
-  InformationDialog dialog(model, DefaultScale());
-  if (!dialog.RunModal(static_cast<HWND>(HostApp().WHandle))) return false;
-  model.Save(params);
-  return true;
+  return RunEditor<InformationDialog>(params, InformationEditor());
 }
 
 }  // namespace qm::ui

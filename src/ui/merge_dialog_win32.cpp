@@ -12,6 +12,7 @@
 #include "ui/editors.h"
 #include "ui/frame_view_win32.h"
 #include "ui/text_win32.h"
+#include "ui/run_editor_win32.h"
 
 namespace qm::ui {
 
@@ -69,7 +70,7 @@ class MergeDialog final : public DialogWindow {
           else return c == MergeControl::Note ? note_ : mismatch_;
         },
         failure->control);
-    ReportFailure(control, Wide(failure->message), failure->beep == qm::Beep::Exclamation ? Beep::Warning : Beep::Default);
+    ReportFailure(control, Wide(failure->message), failure->beep);
     return false;
   }
 
@@ -82,13 +83,6 @@ class MergeDialog final : public DialogWindow {
 
 }  // namespace
 
-bool ConfigureMergeData(TQMPluginParams& params) {
-  MergeEditor model;
-  model.Load(params);
-  MergeDialog dialog(model, DefaultScale());
-  if (!dialog.RunModal(static_cast<HWND>(HostApp().WHandle))) return false;
-  model.Save(params);
-  return true;
-}
+bool ConfigureMergeData(TQMPluginParams& params) { return RunEditor<MergeDialog>(params, MergeEditor()); }
 
 }  // namespace qm::ui

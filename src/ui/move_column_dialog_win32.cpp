@@ -5,6 +5,7 @@
 #include "ui/editors.h"
 #include "ui/sourced_dialog_win32.h"
 #include "ui/text_win32.h"
+#include "ui/run_editor_win32.h"
 
 namespace qm::ui {
 
@@ -47,13 +48,6 @@ class MoveColumnDialog final : public SourcedDialog {
 
 }  // namespace
 
-bool ConfigureMoveColumn(TQMPluginParams& params) {
-  MoveColumnEditor model;
-  model.Load(params);
-  MoveColumnDialog dialog(model, DefaultScale());
-  if (!dialog.RunModal(static_cast<HWND>(HostApp().WHandle))) return false;
-  model.Save(params);
-  return true;
-}
+bool ConfigureMoveColumn(TQMPluginParams& params) { return RunEditor<MoveColumnDialog>(params, MoveColumnEditor()); }
 
 }  // namespace qm::ui

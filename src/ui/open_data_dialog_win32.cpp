@@ -10,6 +10,7 @@
 #include "ui/editors.h"
 #include "ui/frame_view_win32.h"
 #include "ui/text_win32.h"
+#include "ui/run_editor_win32.h"
 
 namespace qm::ui {
 
@@ -51,7 +52,7 @@ class OpenDataDialog final : public DialogWindow {
           else return format_.Control(c);
         },
         failure->control);
-    ReportFailure(control, Wide(failure->message), failure->beep == qm::Beep::Exclamation ? Beep::Warning : Beep::Default);
+    ReportFailure(control, Wide(failure->message), failure->beep);
     return false;
   }
 
@@ -62,13 +63,6 @@ class OpenDataDialog final : public DialogWindow {
 
 }  // namespace
 
-bool ConfigureOpenData(TQMPluginParams& params) {
-  OpenDataEditor model;
-  model.Load(params);
-  OpenDataDialog dialog(model, DefaultScale());
-  if (!dialog.RunModal(static_cast<HWND>(HostApp().WHandle))) return false;
-  model.Save(params);
-  return true;
-}
+bool ConfigureOpenData(TQMPluginParams& params) { return RunEditor<OpenDataDialog>(params, OpenDataEditor()); }
 
 }  // namespace qm::ui

@@ -9,6 +9,7 @@
 #include "ui/editors.h"
 #include "ui/sourced_dialog_win32.h"
 #include "ui/text_win32.h"
+#include "ui/run_editor_win32.h"
 
 namespace qm::ui {
 
@@ -45,12 +46,7 @@ class RemoveColumnsDialog final : public SourcedDialog {
 }  // namespace
 
 bool ConfigureRemoveColumns(TQMPluginParams& params) {
-  RemoveColumnsEditor model;
-  model.Load(params);
-  RemoveColumnsDialog dialog(model, DefaultScale());
-  if (!dialog.RunModal(static_cast<HWND>(HostApp().WHandle))) return false;
-  model.Save(params);
-  return true;
+  return RunEditor<RemoveColumnsDialog>(params, RemoveColumnsEditor());
 }
 
 }  // namespace qm::ui

@@ -6,6 +6,7 @@
 #include "ui/editors.h"
 #include "ui/sourced_dialog_win32.h"
 #include "ui/text_win32.h"
+#include "ui/run_editor_win32.h"
 
 namespace qm::ui {
 
@@ -48,12 +49,7 @@ class RemoveDuplicatesDialog final : public SourcedDialog {
 }  // namespace
 
 bool ConfigureRemoveDuplicates(TQMPluginParams& params) {
-  RemoveDuplicatesEditor model;
-  model.Load(params);
-  RemoveDuplicatesDialog dialog(model, DefaultScale());
-  if (!dialog.RunModal(static_cast<HWND>(HostApp().WHandle))) return false;
-  model.Save(params);
-  return true;
+  return RunEditor<RemoveDuplicatesDialog>(params, RemoveDuplicatesEditor());
 }
 
 }  // namespace qm::ui

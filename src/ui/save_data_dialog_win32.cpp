@@ -10,6 +10,7 @@
 #include "ui/editors.h"
 #include "ui/frame_view_win32.h"
 #include "ui/text_win32.h"
+#include "ui/run_editor_win32.h"
 
 namespace qm::ui {
 
@@ -56,7 +57,7 @@ class SaveDataDialog final : public DialogWindow {
           else return format_.Control(c);
         },
         failure->control);
-    ReportFailure(control, Wide(failure->message), failure->beep == qm::Beep::Exclamation ? Beep::Warning : Beep::Default);
+    ReportFailure(control, Wide(failure->message), failure->beep);
     return false;
   }
 
@@ -67,13 +68,6 @@ class SaveDataDialog final : public DialogWindow {
 
 }  // namespace
 
-bool ConfigureSaveData(TQMPluginParams& params) {
-  SaveDataEditor model;
-  model.Load(params);
-  SaveDataDialog dialog(model, DefaultScale());
-  if (!dialog.RunModal(static_cast<HWND>(HostApp().WHandle))) return false;
-  model.Save(params);
-  return true;
-}
+bool ConfigureSaveData(TQMPluginParams& params) { return RunEditor<SaveDataDialog>(params, SaveDataEditor()); }
 
 }  // namespace qm::ui

@@ -7,6 +7,7 @@
 #include "ui/enable_controls.h"
 #include "ui/sourced_dialog_win32.h"
 #include "ui/text_win32.h"
+#include "ui/run_editor_win32.h"
 
 namespace qm::ui {
 
@@ -66,13 +67,6 @@ class SortDialog final : public SourcedDialog {
 
 }  // namespace
 
-bool ConfigureSortByColumn(TQMPluginParams& params) {
-  SortEditor model;
-  model.Load(params);
-  SortDialog dialog(model, DefaultScale());
-  if (!dialog.RunModal(static_cast<HWND>(HostApp().WHandle))) return false;
-  model.Save(params);
-  return true;
-}
+bool ConfigureSortByColumn(TQMPluginParams& params) { return RunEditor<SortDialog>(params, SortEditor()); }
 
 }  // namespace qm::ui

@@ -35,7 +35,7 @@ class SourcedDialog : public DialogWindow {
           else return ownWindow(c);
         },
         failure.control);
-    ReportFailure(control, std::wstring(failure.message.begin(), failure.message.end()), failure.beep == qm::Beep::Exclamation ? Beep::Warning : Beep::Default);
+    ReportFailure(control, std::wstring(failure.message.begin(), failure.message.end()), failure.beep);
   }
 
  private:
