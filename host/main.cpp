@@ -13,6 +13,7 @@
 #include "host.h"
 #include "host_memory.h"
 #include "plugin_library.h"
+#include "task_check.h"
 #include "task_file.h"
 #include "task_runner.h"
 #include "transcript.h"
@@ -135,6 +136,21 @@ int Configure(const TAFPluginInfo& info, const std::string& actionId, const std:
   return kExitOk;
 }
 
+// The task checked against the catalogue before its first step: false when
+// it must not run. Every problem goes to stderr as FILE:LINE: message.
+bool CheckedTask(const TAFPluginInfo& info, TaskFile& task) {
+  std::vector<CatalogueEntry> catalogue;
+  for (int32_t i = 0; info.IsActions && info.ActionsInfo && i < info.ActionsInfo->ActionsCount; ++i) {
+    const TAFActionInfo& action = *info.ActionsInfo->GetActionInfo(i);
+    catalogue.push_back({Narrow(Z(action.ActionID)), action.ActionType});
+  }
+  CheckTask(task, catalogue);
+  for (const auto& line : task.Report()) PrintError(line);
+  if (!task.HasErrors()) return true;
+  PrintError("qmhost: " + task.path + ": the task was not run");
+  return false;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -197,12 +213,10 @@ int main(int argc, char** argv) {
     return kExitUsage;
   }
 
-  std::vector<TaskStep> steps;
+  TaskFile task;
   if (args[0] == "run") {
-    std::string error;
-    steps = ReadTaskFile(args[1], error);
-    if (!error.empty()) {
-      Print("qmhost: " + error);
+    if (!ReadTaskFile(args[1], task)) {
+      for (const auto& line : task.Report()) PrintError(line);
       return kExitUsage;
     }
     host.variables[u"taskdir"] = FolderOf(args[1]);
@@ -238,7 +252,8 @@ int main(int argc, char** argv) {
         Print("about: none");
       }
     } else {
-      TaskRunner runner(*info, std::move(steps), taskId);
+      if (!CheckedTask(*info, task)) return kExitUsage;
+      TaskRunner runner(*info, task, taskId);
       const RunResult result = runner.Run(maxSteps);
       if (result.ok) {
         Print("task finished");

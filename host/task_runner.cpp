@@ -23,8 +23,8 @@ bool IsBuiltin(const std::string& name) {
 
 }  // namespace
 
-TaskRunner::TaskRunner(const TAFPluginInfo& plugin, std::vector<TaskStep> steps, int32_t taskId)
-    : plugin_(plugin), steps_(std::move(steps)), taskId_(taskId) {
+TaskRunner::TaskRunner(const TAFPluginInfo& plugin, const TaskFile& file, int32_t taskId)
+    : plugin_(plugin), file_(file), steps_(file.steps), taskId_(taskId) {
   for (const auto& step : steps_) {
     blocks_.push_back(step.Block());
     actionIndex_.push_back(ActionIndex(step.action));
@@ -144,14 +144,17 @@ RunResult TaskRunner::Run(uint64_t maxSteps) {
       try {
         ok = plugin_.ActionsInfo->ExecAction(index, bridge, &params) != 0;
         host.Event(ok ? "  -> true" : "  -> false");
+        // The message itself stands in the transcript above; only a quiet
+        // transcript, which leaves it out, gets it in the summary.
         if (!ok) {
-          failure = host.lastErrorSet ? "error " + std::to_string(host.lastErrorCode) + " " + Quote(host.lastErrorText)
-                                      : "returned false";
+          failure = host.lastErrorSet ? "last error " + std::to_string(host.lastErrorCode) : "returned false";
+          if (host.lastErrorSet && host.options.quiet) failure += " " + Quote(host.lastErrorText);
         }
       } catch (const std::exception& e) {
         ok = false;
-        failure = "exception " + Quote(qm::Utf8ToUtf16(e.what()));
-        host.Event("  " + failure);
+        host.Event("  exception " + Quote(qm::Utf8ToUtf16(e.what())));
+        failure = "exception";
+        if (host.options.quiet) failure += " " + Quote(qm::Utf8ToUtf16(e.what()));
       } catch (...) {
         ok = false;
         failure = "unknown exception";
@@ -164,7 +167,8 @@ RunResult TaskRunner::Run(uint64_t maxSteps) {
       ok = RunBuiltin(i, failure);
     }
     if (!ok && !step.continueOnError) {
-      result = {false, "task failed at step " + std::to_string(i) + " (" + step.action + "): " + failure};
+      result = {false, "task failed at step " + std::to_string(i) + " (" + step.action + ", " + file_.Where(step) +
+                           "): " + failure};
       break;
     }
     i = nextStep_ >= 0 ? nextStep_ : i + 1;

@@ -60,6 +60,12 @@ void Print(const std::string& line) {
   std::fflush(stdout);
 }
 
+void PrintError(const std::string& line) {
+  std::fwrite(line.data(), 1, line.size(), stderr);
+  std::fputc('\n', stderr);
+  std::fflush(stderr);
+}
+
 void CaptureTranscript(std::vector<std::string>* lines) { g_capture = lines; }
 
 const char* LevelName(int infoType) {
