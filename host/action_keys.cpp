@@ -25,7 +25,7 @@ const KeyInfo kSource[] = {
 const KeyInfo kFormat[] = {
     {"delimiter", KeyIndex::None, "integer", "2", "0 comma, 1 colon, 2 semicolon, 3 tab, 4 otherchar"},
     {"otherchar", KeyIndex::None, "text", "", "the delimiter for choice 4: its first character"},
-    {"quotechar", KeyIndex::None, "integer", "0", "0 double quote, 1 single quote"},
+    {"quotechar", KeyIndex::None, "integer", "0", "0 double quote, 1 single quote, 2 none"},
     {"strictdelimiter", KeyIndex::None, "boolean", "1", "only the delimiter separates cells (blanks do not)"},
 };
 

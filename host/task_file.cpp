@@ -7,6 +7,7 @@
 #include <iterator>
 #include <sstream>
 
+#include "console.h"
 #include "core/utf.h"
 
 namespace qmhost {
@@ -49,7 +50,7 @@ bool ReadBytes(const std::string& path, std::string& bytes) {
     bytes.assign(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>());
     return !std::cin.bad();
   }
-  std::ifstream in(path, std::ios::binary);
+  std::ifstream in(PathOf(path), std::ios::binary);
   if (!in) return false;
   bytes.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
   return !in.bad();
@@ -93,7 +94,7 @@ std::vector<std::string> TaskFile::Report() const {
 std::string TaskFile::Where(const TaskStep& step) const { return path + ":" + std::to_string(step.sourceLine); }
 
 bool ReadTaskFile(const std::string& path, TaskFile& file) {
-  file.path = path;
+  file.path = path == "-" ? "stdin" : path;
   std::string bytes;
   if (!ReadBytes(path, bytes)) {
     file.problems.push_back({0, false, "cannot read the task file"});

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "console.h"
 #include "core/utf.h"
 #include "host.h"
 #include "transcript.h"
@@ -101,7 +102,7 @@ bool TaskRunner::RunBuiltin(int32_t i, std::string& failure) {
     host.Event("  set " + Quote(name) + " = " + QuoteValue(value));
   } else if (step.action == "show-file") {
     const std::string path = qm::Utf16ToUtf8(host.Expand(step.Value(u"name")));
-    std::ifstream in(path, std::ios::binary);
+    std::ifstream in(PathOf(path), std::ios::binary);
     if (!in) {
       host.Event("  file " + path + ": missing");
     } else {
