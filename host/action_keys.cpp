@@ -100,7 +100,7 @@ const KeyInfo kSetVariable[] = {
     {"value", KeyIndex::None, "text", "", "its value; {variables} are expanded"},
 };
 const KeyInfo kShowFile[] = {{"name", KeyIndex::None, "text", "", "the file whose bytes are printed"}};
-const KeyInfo kShowTable[] = {{"rows", KeyIndex::None, "integer", "20", "the number of records to show"}};
+const KeyInfo kShowTable[] = {{"rows", KeyIndex::None, "integer", "20", "the number of lines to show, a header line included"}};
 
 template <size_t... N>
 std::vector<const KeyInfo*> Keys(const KeyInfo (&... groups)[N]) {

@@ -196,6 +196,7 @@ int main(int argc, char** argv) {
   for (const auto& [name, value] : line.variables) host.variables[qm::Utf8ToUtf16(name)] = qm::Utf8ToUtf16(value);
   host.options.quiet = line.quiet;
   host.options.traceExpand = line.traceExpand;
+  host.options.time = line.time;
   host.options.refuseBridge = line.refuseBridge;
   const bool configure = line.command == "configure";
   std::vector<std::string> args = line.args;

@@ -1,13 +1,17 @@
 #include "task_runner.h"
 
+#include <chrono>
+#include <cstdio>
 #include <cstring>
 #include <exception>
 #include <fstream>
 #include <sstream>
 
 #include "console.h"
+#include "action_keys.h"
 #include "core/utf.h"
 #include "host.h"
+#include "table_view.h"
 #include "transcript.h"
 
 namespace qmhost {
@@ -18,9 +22,12 @@ namespace {
 int32_t BuiltinType(const std::string& name) { return name == "end-loop" ? atEndLoop : atSimple; }
 
 bool IsBuiltin(const std::string& name) {
-  return name == "end-loop" || name == "break-loop" || name == "print" || name == "set-variable" ||
-         name == "show-file";
+  const ActionKeys* keys = FindActionKeys(name);
+  return keys && keys->builtin;
 }
+
+// The variable the show-table step has the plug-in's Save write into.
+constexpr char16_t kTableVariable[] = u"$$qmhost table$$";
 
 }  // namespace
 
@@ -94,7 +101,9 @@ bool TaskRunner::RunBuiltin(int32_t i, std::string& failure) {
     if (step.action == "break-loop") privateVariables[u"$$$BREAK$$$"] = u"$BREAK$LOOP$";
     nextStep_ = loop;
   } else if (step.action == "print") {
-    host.Event("  " + Quote(host.Expand(step.Value(u"text"))));
+    Print("  " + Quote(host.Expand(step.Value(u"text"))));  // the task's own output: --quiet keeps it
+  } else if (step.action == "show-table") {
+    return ShowTable(i, failure);
   } else if (step.action == "set-variable") {
     const std::u16string name = host.Expand(step.Value(u"name"));
     const std::u16string value = host.Expand(step.Value(u"value"));
@@ -115,12 +124,66 @@ bool TaskRunner::RunBuiltin(int32_t i, std::string& failure) {
   return true;
 }
 
+bool TaskRunner::ShowTable(int32_t i, std::string& failure) {
+  Host& host = Host::Instance();
+  const int32_t save = ActionIndex("A_CSV_SAVE");
+  if (save < 0) {
+    failure = "the plug-in has no A_CSV_SAVE to show the table with";
+    return false;
+  }
+  const std::u16string rows = steps_[static_cast<size_t>(i)].Value(u"rows");
+  size_t limit = 20;
+  if (!rows.empty()) {
+    const std::string text = qm::Utf16ToUtf8(rows);
+    if (text.find_first_not_of("0123456789") != std::string::npos || text.size() > 9) {
+      failure = "rows must be a whole number, not " + text;
+      return false;
+    }
+    limit = std::stoul(text);
+  }
+  // The plug-in's own Save writes the table, tab-delimited, into a variable
+  // of the host's; what it reports on the way is not part of the task.
+  std::u16string block = std::u16string(u"savetovariable=1\r\nsavevariable=") + kTableVariable +
+                         u"\r\nnotchangeformat=0\r\ndelimiter=3\r\nquotechar=0\r\nstrictdelimiter=1\r\n";
+  TAFActionParams params = ParamsFor(block, i);
+  const bool quiet = host.options.quiet;
+  host.options.quiet = true;
+  host.lastErrorSet = false;
+  bool saved = false;
+  try {
+    saved = plugin_.ActionsInfo->ExecAction(save, bridge_, &params) != 0;
+  } catch (const std::exception& e) {
+    host.lastErrorText = qm::Utf8ToUtf16(e.what());
+    host.lastErrorSet = true;
+  }
+  host.options.quiet = quiet;
+  const auto found = host.variables.find(kTableVariable);
+  if (!saved || found == host.variables.end()) {
+    host.Event("  no table to show" + (host.lastErrorSet ? ": " + Quote(host.lastErrorText) : std::string()));
+    failure = "no table";
+    return false;
+  }
+  const std::u16string csv = found->second;
+  host.variables.erase(found);
+  const auto lines = TableView(csv, limit);
+  if (lines.empty()) Print("  (no records)");
+  for (const auto& line : lines) Print("  " + line);
+  return true;
+}
+
 RunResult TaskRunner::Run(uint64_t maxSteps) {
   Host& host = Host::Instance();
   auto* bridge = new TaskInterface(*this);
   bridge_ = bridge;
   RunResult result;
   uint64_t executed = 0;
+  using Clock = std::chrono::steady_clock;
+  const auto started = Clock::now();
+  auto milliseconds = [](Clock::duration d) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.3f ms", std::chrono::duration<double, std::milli>(d).count());
+    return std::string(text);
+  };
   for (int32_t i = 0; i >= 0 && i < StepCount();) {
     if (++executed > maxSteps) {
       result = {false, "more than " + std::to_string(maxSteps) + " steps run"};
@@ -138,6 +201,7 @@ RunResult TaskRunner::Run(uint64_t maxSteps) {
     nextStep_ = -1;
     std::string failure;
     bool ok = true;
+    const auto stepStarted = Clock::now();
     if (index >= 0) {
       std::u16string block = blocks_[static_cast<size_t>(i)];
       TAFActionParams params = ParamsFor(block, i);
@@ -167,6 +231,7 @@ RunResult TaskRunner::Run(uint64_t maxSteps) {
     } else {
       ok = RunBuiltin(i, failure);
     }
+    if (host.options.time) host.Event("  time " + milliseconds(Clock::now() - stepStarted));
     if (!ok && !step.continueOnError) {
       result = {false, "task failed at step " + std::to_string(i) + " (" + step.action + ", " + file_.Where(step) +
                            "): " + failure};
@@ -175,6 +240,7 @@ RunResult TaskRunner::Run(uint64_t maxSteps) {
     i = nextStep_ >= 0 ? nextStep_ : i + 1;
   }
   JobStop();
+  if (host.options.time) host.Event("time total " + milliseconds(Clock::now() - started));
   if (bridge->references != 1) {
     // A loop stopped half way keeps its reference on purpose; say so, but it
     // is not a failure of the host.

@@ -36,6 +36,8 @@ class TaskRunner : public TaskSteps {
   int32_t StepType(int32_t step) const;
   int32_t EnclosingLoop(int32_t step) const;  // the begin-loop step a step belongs to, or -1
   bool RunBuiltin(int32_t step, std::string& failure);
+  // Prints the task's table as the plug-in's Save to a variable writes it.
+  bool ShowTable(int32_t step, std::string& failure);
   void JobStop();
 
   const TAFPluginInfo& plugin_;

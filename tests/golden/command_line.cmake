@@ -51,3 +51,6 @@ check(non_ascii_path_and_value 0 "\"[0-9]+ orders for Jürgen\"\njob stop\ntask 
       --var who=Jürgen run "${folder}/task.qmt")
 check(keys_of_an_action 0 "^A_CSV_SORT: .*\n  sortcolumn +text" "^$" keys A_CSV_SORT)
 check(keys_misspelt 2 "^$" "no action A_CSV_SROT; did you mean A_CSV_SORT\\?" keys A_CSV_SROT)
+check(quiet_keeps_print 0 "^  \"[0-9]+ orders for q\"\ntask finished\n$" "^$" --quiet --var who=q run "${folder}/task.qmt")
+check(time_per_step 0 "\\[1\\] A_CSV_INFO\n.*  time [0-9.]+ ms\n.*time total [0-9.]+ ms\ntask finished" "^$"
+      --time --var who=t run "${folder}/task.qmt")
