@@ -99,6 +99,10 @@ const KeyInfo kSetVariable[] = {
     {"name", KeyIndex::None, "text", "", "the variable's name; {variables} are expanded"},
     {"value", KeyIndex::None, "text", "", "its value; {variables} are expanded"},
 };
+const KeyInfo kAddNumber[] = {
+    {"name", KeyIndex::None, "text", "", "the variable to add to (absent: 0)"},
+    {"value", KeyIndex::None, "text", "", "the number to add, with \".\" or \",\" before the fraction"},
+};
 const KeyInfo kShowFile[] = {{"name", KeyIndex::None, "text", "", "the file whose bytes are printed"}};
 const KeyInfo kShowTable[] = {{"rows", KeyIndex::None, "integer", "20", "the number of lines to show, a header line included"}};
 
@@ -158,6 +162,7 @@ const std::vector<ActionKeys>& AllActionKeys() {
       {"A_CSV_SAVE", "CSV Save Data: the table to a variable or a file", Keys(kTarget, kFormat, kProduced)},
       {"print", "host: prints a line", Keys(kPrint), true},
       {"set-variable", "host: sets a host variable", Keys(kSetVariable), true},
+      {"add-number", "host: adds a decimal number to a variable", Keys(kAddNumber), true},
       {"show-file", "host: prints a file's bytes", Keys(kShowFile), true},
       {"show-table", "host: prints the task's table, aligned, as Save would write it", Keys(kShowTable), true},
       {"end-loop", "host: back to the loop's begin step", {}, true},

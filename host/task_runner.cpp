@@ -1,5 +1,6 @@
 #include "task_runner.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstring>
@@ -28,6 +29,48 @@ bool IsBuiltin(const std::string& name) {
 
 // The variable the show-table step has the plug-in's Save write into.
 constexpr char16_t kTableVariable[] = u"$$qmhost table$$";
+
+// a + b for decimal numbers written with "." or "," before the fraction
+// (bank exports write 1.234,56 or 1234,56): exact, in the larger number of
+// fraction digits, with the mark of the last operand that has one.
+bool AddDecimal(const std::string& a, const std::string& b, std::string& sum) {
+  struct Parsed {
+    long long units = 0;
+    int digits = 0;
+    char mark = 0;
+  };
+  auto parse = [](std::string text, Parsed& out) {
+    const size_t last = text.find_last_of(".,");
+    if (last != std::string::npos) {
+      out.mark = text[last];
+      out.digits = static_cast<int>(text.size() - last - 1);
+      text.erase(last, 1);
+    }
+    // Thousands separators: the other mark.
+    text.erase(std::remove(text.begin(), text.end(), out.mark == ',' ? '.' : ','), text.end());
+    const bool negative = !text.empty() && text[0] == '-';
+    if (negative) text.erase(0, 1);
+    if (text.empty() || text.size() > 17 || text.find_first_not_of("0123456789") != std::string::npos) return false;
+    out.units = std::stoll(text) * (negative ? -1 : 1);
+    return out.digits <= 6;
+  };
+  Parsed x, y;
+  if (!parse(a, x) || !parse(b, y)) return false;
+  const int digits = std::max(x.digits, y.digits);
+  auto scaled = [&](const Parsed& p) {
+    long long v = p.units;
+    for (int i = p.digits; i < digits; ++i) v *= 10;
+    return v;
+  };
+  const long long total = scaled(x) + scaled(y);
+  std::string text = std::to_string(total < 0 ? -total : total);
+  if (digits > 0) {
+    if (text.size() <= static_cast<size_t>(digits)) text.insert(0, static_cast<size_t>(digits) + 1 - text.size(), '0');
+    text.insert(text.size() - static_cast<size_t>(digits), 1, y.mark ? y.mark : x.mark);
+  }
+  sum = (total < 0 ? "-" : "") + text;
+  return true;
+}
 
 }  // namespace
 
@@ -102,6 +145,17 @@ bool TaskRunner::RunBuiltin(int32_t i, std::string& failure) {
     nextStep_ = loop;
   } else if (step.action == "print") {
     Print("  " + Quote(host.Expand(step.Value(u"text"))));  // the task's own output: --quiet keeps it
+  } else if (step.action == "add-number") {
+    const std::u16string name = host.Expand(step.Value(u"name"));
+    const auto current = host.variables.find(name);
+    std::string sum;
+    if (!AddDecimal(current == host.variables.end() ? "0" : qm::Utf16ToUtf8(current->second),
+                    qm::Utf16ToUtf8(host.Expand(step.Value(u"value"))), sum)) {
+      failure = "add-number: not a number: " + qm::Utf16ToUtf8(host.Expand(step.Value(u"value")));
+      return false;
+    }
+    host.variables[name] = qm::Utf8ToUtf16(sum);
+    host.Event("  set " + Quote(name) + " = " + Quote(qm::Utf8ToUtf16(sum)));
   } else if (step.action == "show-table") {
     return ShowTable(i, failure);
   } else if (step.action == "set-variable") {

@@ -30,6 +30,13 @@ if(data)
   file(COPY ${data} DESTINATION "${WORK}")
 endif()
 
+# -DCOPY_TASK=1: the task runs from its copy in the work folder, so what it
+# writes next to itself ({taskdir}) stays out of the source tree.
+if(COPY_TASK)
+  get_filename_component(task_name "${TASK}" NAME)
+  set(TASK "${WORK}/${task_name}")
+endif()
+
 set(args run "${TASK}")
 file(STRINGS "${TASK}" first LIMIT_COUNT 1)
 if(first MATCHES "^## qmhost: *(.*)$")
