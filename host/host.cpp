@@ -12,7 +12,11 @@ namespace {
 char16_t Fold(char16_t c) { return c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - 32) : c; }
 
 void InfoOut(int32_t infoType, const char16_t* text) {
-  Host::Instance().Event("  log host " + std::string(LevelName(infoType)) + ": " + Quote(Z(text)));
+  Host& host = Host::Instance();
+  // A step's failure goes to the host's error and its log: one text is enough.
+  const bool repeated = host.lastErrorSet && host.lastErrorText == Z(text);
+  host.Event("  log host " + std::string(LevelName(infoType)) + ": " +
+             (repeated ? std::string("the last error's text") : Quote(Z(text))));
 }
 
 void GetMemory(void** p, int32_t size) { *p = Memory().Allocate(size); }

@@ -12,8 +12,9 @@ namespace qmhost {
 
 struct HostOptions {
   std::u16string version = u"9.5.0.1";
-  bool quiet = false;         // print only failures
+  bool quiet = false;         // print only the task's print lines and the outcome
   bool traceExpand = false;   // print every ExpandText call
+  bool time = false;          // each step's wall time and the total
   bool refuseBridge = false;  // the task interface refuses IQmTaskBridge
   std::u16string selectedVariable = u"{picked}";
   // Rewrites every expansion result before the plug-in sees it (a test host

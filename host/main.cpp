@@ -9,10 +9,14 @@
 #include <string>
 #include <vector>
 
+#include "action_keys.h"
+#include "command_line.h"
+#include "console.h"
 #include "core/utf.h"
 #include "host.h"
 #include "host_memory.h"
 #include "plugin_library.h"
+#include "task_check.h"
 #include "task_file.h"
 #include "task_runner.h"
 #include "transcript.h"
@@ -27,18 +31,7 @@ constexpr int kExitUsage = 2;
 constexpr int kExitMemory = 3;
 constexpr int kExitCancelled = 4;
 constexpr int kExitDeclined = 5;
-
-const char kUsage[] =
-    "usage: qmhost [options] list | about | run TASKFILE | configure ACTION_ID [BLOCKFILE]\n"
-    "options:\n"
-    "  --plugin PATH         the plug-in library (default: next to qmhost)\n"
-    "  --host-version TEXT   the version the host claims (default 9.5.0.1)\n"
-    "  --var NAME=VALUE      a host variable before the task starts (repeatable)\n"
-    "  --task-id N           the task's identifier (default 1)\n"
-    "  --max-steps N         stop a task after N steps (default 100000000)\n"
-    "  --quiet               print only the outcome\n"
-    "  --trace-expand        print every variable expansion the plug-in asks for\n"
-    "  --refuse-bridge       the task interface refuses the plug-in's cast\n";
+constexpr int kExitTranscript = 6;
 
 std::string Narrow(std::u16string_view text) { return qm::Utf16ToUtf8(text); }
 
@@ -85,7 +78,7 @@ void List(const TAFPluginInfo& info) {
 
 // A block file's UTF-8 lines as a step's block: each line a key, ending in CR LF.
 bool ReadBlockFile(const std::string& path, std::u16string& block) {
-  std::ifstream in(path, std::ios::binary);
+  std::ifstream in(PathOf(path), std::ios::binary);
   if (!in) return false;
   const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
   size_t start = 0;
@@ -109,7 +102,7 @@ int Configure(const TAFPluginInfo& info, const std::string& actionId, const std:
     if (Narrow(Z(actions->GetActionInfo(i)->ActionID)) == actionId) index = i;
   }
   if (index < 0) {
-    Print("qmhost: no action " + Quote(qm::Utf8ToUtf16(actionId)) + " in the catalogue");
+    PrintError("qmhost: no action " + Quote(qm::Utf8ToUtf16(actionId)) + " in the catalogue");
     return kExitUsage;
   }
   // The step's block as the host keeps it: from the host's own allocator.
@@ -135,77 +128,98 @@ int Configure(const TAFPluginInfo& info, const std::string& actionId, const std:
   return kExitOk;
 }
 
+// The task checked against the catalogue before its first step: false when
+// it must not run. Every problem goes to stderr as FILE:LINE: message.
+bool CheckedTask(const TAFPluginInfo& info, TaskFile& task) {
+  std::vector<CatalogueEntry> catalogue;
+  for (int32_t i = 0; info.IsActions && info.ActionsInfo && i < info.ActionsInfo->ActionsCount; ++i) {
+    const TAFActionInfo& action = *info.ActionsInfo->GetActionInfo(i);
+    catalogue.push_back({Narrow(Z(action.ActionID)), action.ActionType});
+  }
+  CheckTask(task, catalogue);
+  for (const auto& line : task.Report()) PrintError(line);
+  if (!task.HasErrors()) return true;
+  PrintError("qmhost: " + task.path + ": the task was not run");
+  return false;
+}
+
+// `keys`: the actions and built-ins; `keys ID`: every key that one reads.
+int PrintKeys(const std::string& id) {
+  auto padded = [](std::string text, size_t width) {
+    if (text.size() < width) text.resize(width, ' ');
+    return text + " ";
+  };
+  if (id.empty()) {
+    for (const auto& action : AllActionKeys()) Print(padded(action.id, 18) + action.summary);
+    return kExitOk;
+  }
+  const ActionKeys* action = FindActionKeys(id);
+  if (!action) {
+    std::vector<std::string> ids;
+    for (const auto& a : AllActionKeys()) ids.push_back(a.id);
+    const std::string nearest = Nearest(id, ids);
+    PrintError("qmhost: no action " + id + (nearest.empty() ? "" : "; did you mean " + nearest + "?"));
+    return kExitUsage;
+  }
+  Print(std::string(action->id) + ": " + action->summary);
+  if (action->keys.empty()) Print("  (no keys)");
+  for (const KeyInfo* key : action->keys) {
+    const std::string fallback = *key->fallback ? key->fallback : "(empty)";
+    Print("  " + padded(KeyPattern(*key), 22) + padded(key->type, 7) + padded(fallback, 9) + key->meaning);
+  }
+  return kExitOk;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   PrepareConsole();
-  Host& host = Host::Instance();
-  std::string pluginPath = DefaultPluginPath(argv[0]);
-  int32_t taskId = 1;
-  uint64_t maxSteps = 100000000;
-  std::vector<std::string> args;
-  for (int i = 1; i < argc; ++i) {
-    const std::string arg = argv[i];
-    auto value = [&]() -> std::string {
-      if (i + 1 >= argc) {
-        std::fputs(kUsage, stderr);
-        std::exit(kExitUsage);
-      }
-      return argv[++i];
-    };
-    if (arg == "--plugin") {
-      pluginPath = value();
-    } else if (arg == "--host-version") {
-      host.options.version = qm::Utf8ToUtf16(value());
-    } else if (arg == "--var") {
-      const std::string v = value();
-      const size_t eq = v.find('=');
-      host.variables[qm::Utf8ToUtf16(v.substr(0, eq))] = eq == std::string::npos ? u"" : qm::Utf8ToUtf16(v.substr(eq + 1));
-    } else if (arg == "--task-id") {
-      taskId = std::stoi(value());
-    } else if (arg == "--max-steps") {
-      maxSteps = std::stoull(value());
-    } else if (arg == "--quiet") {
-      host.options.quiet = true;
-    } else if (arg == "--trace-expand") {
-      host.options.traceExpand = true;
-    } else if (arg == "--refuse-bridge") {
-      host.options.refuseBridge = true;
-    } else if (arg.rfind("--", 0) == 0) {
-      std::fputs(kUsage, stderr);
-      return kExitUsage;
-    } else {
-      args.push_back(arg);
-    }
-  }
-  const bool configure = !args.empty() && args[0] == "configure";
-  if (args.empty() || (args[0] == "run" && args.size() != 2) || (configure && (args.size() < 2 || args.size() > 3)) ||
-      (args[0] != "run" && !configure && args.size() != 1) ||
-      (args[0] != "run" && !configure && args[0] != "list" && args[0] != "about")) {
-    std::fputs(kUsage, stderr);
+  const std::vector<std::string> words = Utf8Arguments(argc, argv);
+  CommandLine line;
+  std::string lineError;
+  if (!ParseCommandLine(std::vector<std::string>(words.begin() + 1, words.end()), line, lineError)) {
+    PrintError("qmhost: " + lineError + " (qmhost --help lists the commands and options)");
     return kExitUsage;
   }
+  if (line.help || line.version) {
+    const std::string usage = kUsage;
+    Print(line.help ? usage.substr(0, usage.size() - 1) : std::string("qmhost ") + QMHOST_VERSION);
+    return TranscriptWritten() ? kExitOk : kExitTranscript;
+  }
+  if (line.command == "keys") {
+    const int code = PrintKeys(line.args.empty() ? std::string() : line.args.front());
+    return TranscriptWritten() || code != kExitOk ? code : kExitTranscript;
+  }
+  Host& host = Host::Instance();
+  const std::string pluginPath = line.pluginPath.empty() ? DefaultPluginPath(words.front().c_str()) : line.pluginPath;
+  if (!line.hostVersion.empty()) host.options.version = qm::Utf8ToUtf16(line.hostVersion);
+  for (const auto& [name, value] : line.variables) host.variables[qm::Utf8ToUtf16(name)] = qm::Utf8ToUtf16(value);
+  host.options.quiet = line.quiet;
+  host.options.traceExpand = line.traceExpand;
+  host.options.time = line.time;
+  host.options.refuseBridge = line.refuseBridge;
+  const bool configure = line.command == "configure";
+  std::vector<std::string> args = line.args;
+  args.insert(args.begin(), line.command);
 #ifndef _WIN32
   if (configure) {
-    Print("qmhost: configure needs the Windows build: the dialogs are Windows windows");
+    PrintError("qmhost: configure needs the Windows build: the dialogs are Windows windows");
     return kExitUsage;
   }
 #endif
   std::u16string block;
   if (configure && args.size() == 3 && !ReadBlockFile(args[2], block)) {
-    Print("qmhost: cannot read " + args[2]);
+    PrintError("qmhost: cannot read " + args[2]);
     return kExitUsage;
   }
 
-  std::vector<TaskStep> steps;
+  TaskFile task;
   if (args[0] == "run") {
-    std::string error;
-    steps = ReadTaskFile(args[1], error);
-    if (!error.empty()) {
-      Print("qmhost: " + error);
+    if (!ReadTaskFile(args[1], task)) {
+      for (const auto& line : task.Report()) PrintError(line);
       return kExitUsage;
     }
-    host.variables[u"taskdir"] = FolderOf(args[1]);
+    host.variables[u"taskdir"] = FolderOf(args[1] == "-" ? "./-" : args[1]);
   }
 
   int exitCode = kExitOk;
@@ -213,7 +227,7 @@ int main(int argc, char** argv) {
     PluginLibrary library;
     std::string error;
     if (!library.Load(pluginPath, error)) {
-      Print("qmhost: cannot load " + pluginPath + ": " + error);
+      PrintError("qmhost: cannot load " + pluginPath + ": " + error);
       return kExitUsage;
     }
     TAFAppInfo app = host.MakeAppInfo();
@@ -221,11 +235,11 @@ int main(int argc, char** argv) {
     try {
       info = library.Entry()(&app);
     } catch (const std::exception& e) {
-      Print("qmhost: InitQMPlugin raised " + Quote(qm::Utf8ToUtf16(e.what())));
+      PrintError("qmhost: InitQMPlugin raised " + Quote(qm::Utf8ToUtf16(e.what())));
       return kExitTaskFailed;
     }
     if (!info) {
-      Print("qmhost: the plug-in declined to load (host version " + Narrow(host.options.version) + ")");
+      PrintError("qmhost: the plug-in declined to load (host version " + Narrow(host.options.version) + ")");
       exitCode = kExitDeclined;
     } else if (args[0] == "list") {
       List(*info);
@@ -238,8 +252,9 @@ int main(int argc, char** argv) {
         Print("about: none");
       }
     } else {
-      TaskRunner runner(*info, std::move(steps), taskId);
-      const RunResult result = runner.Run(maxSteps);
+      if (!CheckedTask(*info, task)) return kExitUsage;
+      TaskRunner runner(*info, task, line.taskId);
+      const RunResult result = runner.Run(line.maxSteps);
       if (result.ok) {
         Print("task finished");
       } else {
@@ -253,5 +268,9 @@ int main(int argc, char** argv) {
   for (const auto& problem : problems) Print("memory: " + problem);
   if (OutstandingStepItems() != 0) Print("step items never released: " + std::to_string(OutstandingStepItems()));
   if (!problems.empty() || OutstandingStepItems() != 0) return kExitMemory;
+  if (!TranscriptWritten()) {
+    PrintError("qmhost: the transcript could not be written to standard output");
+    return kExitTranscript;
+  }
   return exitCode;
 }

@@ -24,7 +24,5 @@ class PluginLibrary {
 std::string DefaultPluginPath(const char* argv0);
 // Folder of a file with a trailing separator, as the platform writes paths.
 std::u16string FolderOf(const std::string& path);
-// Makes stdout binary so the transcript has the same bytes everywhere.
-void PrepareConsole();
 
 }  // namespace qmhost

@@ -39,6 +39,4 @@ std::u16string FolderOf(const std::string& path) {
   return qm::Utf8ToUtf16(absolute.substr(0, absolute.find_last_of('/') + 1));
 }
 
-void PrepareConsole() {}
-
 }  // namespace qmhost

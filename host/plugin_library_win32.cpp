@@ -1,9 +1,8 @@
-#include <fcntl.h>
-#include <io.h>
 #include <windows.h>
 
 #include <cstdio>
 
+#include "console.h"
 #include "core/utf.h"
 #include "plugin_library.h"
 
@@ -21,7 +20,7 @@ std::wstring Wide(const std::string& utf8) {
 bool PluginLibrary::Load(const std::string& path, std::string& error) {
   handle_ = LoadLibraryW(Wide(path).c_str());
   if (!handle_) {
-    error = "LoadLibrary failed with error " + std::to_string(GetLastError());
+    error = SystemErrorText(GetLastError());
     return false;
   }
   entry_ = reinterpret_cast<TInitQMPlugin>(
@@ -50,12 +49,6 @@ std::u16string FolderOf(const std::string& path) {
   const DWORD length = GetFullPathNameW(Wide(path).c_str(), MAX_PATH * 4, full, nullptr);
   std::u16string absolute(reinterpret_cast<const char16_t*>(full), length);
   return absolute.substr(0, absolute.find_last_of(u"\\/") + 1);
-}
-
-void PrepareConsole() {
-  _setmode(_fileno(stdout), _O_BINARY);
-  _setmode(_fileno(stderr), _O_BINARY);
-  SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
 }
 
 }  // namespace qmhost

@@ -1,12 +1,18 @@
 #include "task_runner.h"
 
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
 #include <cstring>
 #include <exception>
 #include <fstream>
 #include <sstream>
 
+#include "console.h"
+#include "action_keys.h"
 #include "core/utf.h"
 #include "host.h"
+#include "table_view.h"
 #include "transcript.h"
 
 namespace qmhost {
@@ -17,14 +23,59 @@ namespace {
 int32_t BuiltinType(const std::string& name) { return name == "end-loop" ? atEndLoop : atSimple; }
 
 bool IsBuiltin(const std::string& name) {
-  return name == "end-loop" || name == "break-loop" || name == "print" || name == "set-variable" ||
-         name == "show-file";
+  const ActionKeys* keys = FindActionKeys(name);
+  return keys && keys->builtin;
+}
+
+// The variable the show-table step has the plug-in's Save write into.
+constexpr char16_t kTableVariable[] = u"$$qmhost table$$";
+
+// a + b for decimal numbers written with "." or "," before the fraction
+// (bank exports write 1.234,56 or 1234,56): exact, in the larger number of
+// fraction digits, with the mark of the last operand that has one.
+bool AddDecimal(const std::string& a, const std::string& b, std::string& sum) {
+  struct Parsed {
+    long long units = 0;
+    int digits = 0;
+    char mark = 0;
+  };
+  auto parse = [](std::string text, Parsed& out) {
+    const size_t last = text.find_last_of(".,");
+    if (last != std::string::npos) {
+      out.mark = text[last];
+      out.digits = static_cast<int>(text.size() - last - 1);
+      text.erase(last, 1);
+    }
+    // Thousands separators: the other mark.
+    text.erase(std::remove(text.begin(), text.end(), out.mark == ',' ? '.' : ','), text.end());
+    const bool negative = !text.empty() && text[0] == '-';
+    if (negative) text.erase(0, 1);
+    if (text.empty() || text.size() > 17 || text.find_first_not_of("0123456789") != std::string::npos) return false;
+    out.units = std::stoll(text) * (negative ? -1 : 1);
+    return out.digits <= 6;
+  };
+  Parsed x, y;
+  if (!parse(a, x) || !parse(b, y)) return false;
+  const int digits = std::max(x.digits, y.digits);
+  auto scaled = [&](const Parsed& p) {
+    long long v = p.units;
+    for (int i = p.digits; i < digits; ++i) v *= 10;
+    return v;
+  };
+  const long long total = scaled(x) + scaled(y);
+  std::string text = std::to_string(total < 0 ? -total : total);
+  if (digits > 0) {
+    if (text.size() <= static_cast<size_t>(digits)) text.insert(0, static_cast<size_t>(digits) + 1 - text.size(), '0');
+    text.insert(text.size() - static_cast<size_t>(digits), 1, y.mark ? y.mark : x.mark);
+  }
+  sum = (total < 0 ? "-" : "") + text;
+  return true;
 }
 
 }  // namespace
 
-TaskRunner::TaskRunner(const TAFPluginInfo& plugin, std::vector<TaskStep> steps, int32_t taskId)
-    : plugin_(plugin), steps_(std::move(steps)), taskId_(taskId) {
+TaskRunner::TaskRunner(const TAFPluginInfo& plugin, const TaskFile& file, int32_t taskId)
+    : plugin_(plugin), file_(file), steps_(file.steps), taskId_(taskId) {
   for (const auto& step : steps_) {
     blocks_.push_back(step.Block());
     actionIndex_.push_back(ActionIndex(step.action));
@@ -93,7 +144,20 @@ bool TaskRunner::RunBuiltin(int32_t i, std::string& failure) {
     if (step.action == "break-loop") privateVariables[u"$$$BREAK$$$"] = u"$BREAK$LOOP$";
     nextStep_ = loop;
   } else if (step.action == "print") {
-    host.Event("  " + Quote(host.Expand(step.Value(u"text"))));
+    Print("  " + Quote(host.Expand(step.Value(u"text"))));  // the task's own output: --quiet keeps it
+  } else if (step.action == "add-number") {
+    const std::u16string name = host.Expand(step.Value(u"name"));
+    const auto current = host.variables.find(name);
+    std::string sum;
+    if (!AddDecimal(current == host.variables.end() ? "0" : qm::Utf16ToUtf8(current->second),
+                    qm::Utf16ToUtf8(host.Expand(step.Value(u"value"))), sum)) {
+      failure = "add-number: not a number: " + qm::Utf16ToUtf8(host.Expand(step.Value(u"value")));
+      return false;
+    }
+    host.variables[name] = qm::Utf8ToUtf16(sum);
+    host.Event("  set " + Quote(name) + " = " + Quote(qm::Utf8ToUtf16(sum)));
+  } else if (step.action == "show-table") {
+    return ShowTable(i, failure);
   } else if (step.action == "set-variable") {
     const std::u16string name = host.Expand(step.Value(u"name"));
     const std::u16string value = host.Expand(step.Value(u"value"));
@@ -101,7 +165,7 @@ bool TaskRunner::RunBuiltin(int32_t i, std::string& failure) {
     host.Event("  set " + Quote(name) + " = " + QuoteValue(value));
   } else if (step.action == "show-file") {
     const std::string path = qm::Utf16ToUtf8(host.Expand(step.Value(u"name")));
-    std::ifstream in(path, std::ios::binary);
+    std::ifstream in(PathOf(path), std::ios::binary);
     if (!in) {
       host.Event("  file " + path + ": missing");
     } else {
@@ -114,12 +178,66 @@ bool TaskRunner::RunBuiltin(int32_t i, std::string& failure) {
   return true;
 }
 
+bool TaskRunner::ShowTable(int32_t i, std::string& failure) {
+  Host& host = Host::Instance();
+  const int32_t save = ActionIndex("A_CSV_SAVE");
+  if (save < 0) {
+    failure = "the plug-in has no A_CSV_SAVE to show the table with";
+    return false;
+  }
+  const std::u16string rows = steps_[static_cast<size_t>(i)].Value(u"rows");
+  size_t limit = 20;
+  if (!rows.empty()) {
+    const std::string text = qm::Utf16ToUtf8(rows);
+    if (text.find_first_not_of("0123456789") != std::string::npos || text.size() > 9) {
+      failure = "rows must be a whole number, not " + text;
+      return false;
+    }
+    limit = std::stoul(text);
+  }
+  // The plug-in's own Save writes the table, tab-delimited, into a variable
+  // of the host's; what it reports on the way is not part of the task.
+  std::u16string block = std::u16string(u"savetovariable=1\r\nsavevariable=") + kTableVariable +
+                         u"\r\nnotchangeformat=0\r\ndelimiter=3\r\nquotechar=0\r\nstrictdelimiter=1\r\n";
+  TAFActionParams params = ParamsFor(block, i);
+  const bool quiet = host.options.quiet;
+  host.options.quiet = true;
+  host.lastErrorSet = false;
+  bool saved = false;
+  try {
+    saved = plugin_.ActionsInfo->ExecAction(save, bridge_, &params) != 0;
+  } catch (const std::exception& e) {
+    host.lastErrorText = qm::Utf8ToUtf16(e.what());
+    host.lastErrorSet = true;
+  }
+  host.options.quiet = quiet;
+  const auto found = host.variables.find(kTableVariable);
+  if (!saved || found == host.variables.end()) {
+    host.Event("  no table to show" + (host.lastErrorSet ? ": " + Quote(host.lastErrorText) : std::string()));
+    failure = "no table";
+    return false;
+  }
+  const std::u16string csv = found->second;
+  host.variables.erase(found);
+  const auto lines = TableView(csv, limit);
+  if (lines.empty()) Print("  (no records)");
+  for (const auto& line : lines) Print("  " + line);
+  return true;
+}
+
 RunResult TaskRunner::Run(uint64_t maxSteps) {
   Host& host = Host::Instance();
   auto* bridge = new TaskInterface(*this);
   bridge_ = bridge;
   RunResult result;
   uint64_t executed = 0;
+  using Clock = std::chrono::steady_clock;
+  const auto started = Clock::now();
+  auto milliseconds = [](Clock::duration d) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.3f ms", std::chrono::duration<double, std::milli>(d).count());
+    return std::string(text);
+  };
   for (int32_t i = 0; i >= 0 && i < StepCount();) {
     if (++executed > maxSteps) {
       result = {false, "more than " + std::to_string(maxSteps) + " steps run"};
@@ -137,6 +255,7 @@ RunResult TaskRunner::Run(uint64_t maxSteps) {
     nextStep_ = -1;
     std::string failure;
     bool ok = true;
+    const auto stepStarted = Clock::now();
     if (index >= 0) {
       std::u16string block = blocks_[static_cast<size_t>(i)];
       TAFActionParams params = ParamsFor(block, i);
@@ -144,14 +263,17 @@ RunResult TaskRunner::Run(uint64_t maxSteps) {
       try {
         ok = plugin_.ActionsInfo->ExecAction(index, bridge, &params) != 0;
         host.Event(ok ? "  -> true" : "  -> false");
+        // The message itself stands in the transcript above; only a quiet
+        // transcript, which leaves it out, gets it in the summary.
         if (!ok) {
-          failure = host.lastErrorSet ? "error " + std::to_string(host.lastErrorCode) + " " + Quote(host.lastErrorText)
-                                      : "returned false";
+          failure = host.lastErrorSet ? "last error " + std::to_string(host.lastErrorCode) : "returned false";
+          if (host.lastErrorSet && host.options.quiet) failure += " " + Quote(host.lastErrorText);
         }
       } catch (const std::exception& e) {
         ok = false;
-        failure = "exception " + Quote(qm::Utf8ToUtf16(e.what()));
-        host.Event("  " + failure);
+        host.Event("  exception " + Quote(qm::Utf8ToUtf16(e.what())));
+        failure = "exception";
+        if (host.options.quiet) failure += " " + Quote(qm::Utf8ToUtf16(e.what()));
       } catch (...) {
         ok = false;
         failure = "unknown exception";
@@ -163,13 +285,16 @@ RunResult TaskRunner::Run(uint64_t maxSteps) {
     } else {
       ok = RunBuiltin(i, failure);
     }
+    if (host.options.time) host.Event("  time " + milliseconds(Clock::now() - stepStarted));
     if (!ok && !step.continueOnError) {
-      result = {false, "task failed at step " + std::to_string(i) + " (" + step.action + "): " + failure};
+      result = {false, "task failed at step " + std::to_string(i) + " (" + step.action + ", " + file_.Where(step) +
+                           "): " + failure};
       break;
     }
     i = nextStep_ >= 0 ? nextStep_ : i + 1;
   }
   JobStop();
+  if (host.options.time) host.Event("time total " + milliseconds(Clock::now() - started));
   if (bridge->references != 1) {
     // A loop stopped half way keeps its reference on purpose; say so, but it
     // is not a failure of the host.

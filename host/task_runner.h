@@ -19,7 +19,7 @@ struct RunResult {
 
 class TaskRunner : public TaskSteps {
  public:
-  TaskRunner(const TAFPluginInfo& plugin, std::vector<TaskStep> steps, int32_t taskId);
+  TaskRunner(const TAFPluginInfo& plugin, const TaskFile& file, int32_t taskId);
   RunResult Run(uint64_t maxSteps);
 
   // What the task interface answers from.
@@ -36,10 +36,13 @@ class TaskRunner : public TaskSteps {
   int32_t StepType(int32_t step) const;
   int32_t EnclosingLoop(int32_t step) const;  // the begin-loop step a step belongs to, or -1
   bool RunBuiltin(int32_t step, std::string& failure);
+  // Prints the task's table as the plug-in's Save to a variable writes it.
+  bool ShowTable(int32_t step, std::string& failure);
   void JobStop();
 
   const TAFPluginInfo& plugin_;
-  std::vector<TaskStep> steps_;
+  const TaskFile& file_;
+  const std::vector<TaskStep>& steps_;
   std::vector<std::u16string> blocks_;
   std::vector<int32_t> actionIndex_;  // per step: catalogue index, or -1 for a built-in
   std::vector<bool> commentsShown_;   // a step's comments print before its first run only

@@ -28,6 +28,7 @@ void Escape(unsigned char c, std::string& out, bool asciiOnly) {
 }
 
 std::vector<std::string>* g_capture = nullptr;
+bool g_writeFailed = false;
 
 }  // namespace
 
@@ -55,9 +56,17 @@ void Print(const std::string& line) {
     g_capture->push_back(line);
     return;
   }
-  std::fwrite(line.data(), 1, line.size(), stdout);
-  std::fputc('\n', stdout);
-  std::fflush(stdout);
+  const bool written = std::fwrite(line.data(), 1, line.size(), stdout) == line.size() &&
+                       std::fputc('\n', stdout) != EOF && std::fflush(stdout) == 0;
+  if (!written) g_writeFailed = true;
+}
+
+bool TranscriptWritten() { return !g_writeFailed; }
+
+void PrintError(const std::string& line) {
+  std::fwrite(line.data(), 1, line.size(), stderr);
+  std::fputc('\n', stderr);
+  std::fflush(stderr);
 }
 
 void CaptureTranscript(std::vector<std::string>* lines) { g_capture = lines; }

@@ -19,6 +19,10 @@ std::string QuoteBytes(std::string_view bytes);
 
 // One transcript line to standard output, or to the capture when one is set.
 void Print(const std::string& line);
+// False once a transcript line could not be written (a closed pipe, a full disk).
+bool TranscriptWritten();
+// One diagnostic line to standard error (the transcript stays on stdout).
+void PrintError(const std::string& line);
 // Tests read the transcript: lines go to *lines until this is called with null.
 void CaptureTranscript(std::vector<std::string>* lines);
 

@@ -6,7 +6,8 @@
 #
 # The task runs with the work folder as its current folder, so tasks name
 # their files relatively. A first line "## qmhost: ARGS" replaces the default
-# arguments "run TASK". The transcript ends with the line "exit: <code>".
+# arguments "run TASK". The transcript ends with qmhost's stderr, each line
+# starting "stderr: ", and the line "exit: <code>".
 # Header lines that change how qmhost runs (native build only):
 #   ## file-size-limit: KIB   no file qmhost writes may grow past KIB KiB (a
 #                             full disk); writes past it fail instead of
@@ -27,6 +28,13 @@ file(MAKE_DIRECTORY "${WORK}")
 file(GLOB data "${DATA}/*")
 if(data)
   file(COPY ${data} DESTINATION "${WORK}")
+endif()
+
+# -DCOPY_TASK=1: the task runs from its copy in the work folder, so what it
+# writes next to itself ({taskdir}) stays out of the source tree.
+if(COPY_TASK)
+  get_filename_component(task_name "${TASK}" NAME)
+  set(TASK "${WORK}/${task_name}")
 endif()
 
 set(args run "${TASK}")
@@ -60,6 +68,15 @@ endif()
 execute_process(COMMAND ${wrap} ${EMULATOR} "${QMHOST}" ${args}
                 WORKING_DIRECTORY "${WORK}"
                 RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err TIMEOUT 300)
+# What qmhost says on stderr follows the transcript, each line marked; the
+# task file's path reads as its name, the same on every machine.
+if(NOT err STREQUAL "")
+  string(REGEX REPLACE "\n$" "" err "${err}")
+  string(REPLACE "\n" "\nstderr: " err "${err}")
+  string(APPEND out "stderr: ${err}\n")
+endif()
+get_filename_component(task_name "${TASK}" NAME)
+string(REPLACE "${TASK}" "${task_name}" out "${out}")
 string(APPEND out "exit: ${rc}\n")
 
 if("$ENV{QMCSV_UPDATE_GOLDEN}" STREQUAL "1")

@@ -1,0 +1,90 @@
+#include "task_check.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include "abi/host_abi.h"
+#include "action_keys.h"
+#include "core/utf.h"
+
+namespace qmhost {
+
+namespace {
+
+std::string Folded(const std::string& text) {
+  std::string out = text;
+  for (char& c : out) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return out;
+}
+
+size_t Distance(const std::string& a, const std::string& b) {
+  std::vector<size_t> row(b.size() + 1);
+  for (size_t j = 0; j <= b.size(); ++j) row[j] = j;
+  for (size_t i = 1; i <= a.size(); ++i) {
+    size_t diagonal = row[0];
+    row[0] = i;
+    for (size_t j = 1; j <= b.size(); ++j) {
+      const size_t above = row[j];
+      row[j] = std::min({row[j] + 1, row[j - 1] + 1, diagonal + (a[i - 1] == b[j - 1] ? 0 : 1)});
+      diagonal = above;
+    }
+  }
+  return row[b.size()];
+}
+
+std::string Suggestion(const std::string& word, const std::vector<std::string>& candidates) {
+  const std::string nearest = Nearest(word, candidates);
+  return nearest.empty() ? std::string() : "; did you mean " + nearest + "?";
+}
+
+}  // namespace
+
+std::string Nearest(const std::string& word, const std::vector<std::string>& candidates) {
+  const std::string folded = Folded(word);
+  std::string best;
+  size_t bestDistance = std::max<size_t>(2, folded.size() / 3) + 1;
+  for (const auto& candidate : candidates) {
+    const size_t d = Distance(folded, Folded(candidate));
+    if (d < bestDistance) {
+      best = candidate;
+      bestDistance = d;
+    }
+  }
+  return best;
+}
+
+void CheckTask(TaskFile& file, const std::vector<CatalogueEntry>& catalogue) {
+  std::vector<std::string> ids;
+  for (const auto& entry : catalogue) ids.push_back(entry.id);
+  for (const auto& action : AllActionKeys()) {
+    if (action.builtin) ids.push_back(action.id);
+  }
+  int depth = 0;  // loops open at this step
+  for (const TaskStep& step : file.steps) {
+    if (step.action.empty()) continue;  // reported with its header
+    const auto known = std::find(ids.begin(), ids.end(), step.action);
+    if (known == ids.end()) {
+      file.problems.push_back({step.sourceLine, false, "unknown action " + step.action + Suggestion(step.action, ids)});
+      continue;
+    }
+    const auto entry = std::find_if(catalogue.begin(), catalogue.end(),
+                                    [&](const CatalogueEntry& e) { return e.id == step.action; });
+    if (entry != catalogue.end() && entry->type == atBeginLoop) ++depth;
+    if (step.action == "end-loop" || step.action == "break-loop") {
+      if (depth == 0) file.problems.push_back({step.sourceLine, false, step.action + " outside a loop"});
+      if (step.action == "end-loop" && depth > 0) --depth;
+    }
+    const ActionKeys* keys = FindActionKeys(step.action);
+    if (!keys) continue;  // an action this qmhost has no key list for
+    std::vector<std::string> names;
+    for (const KeyInfo* key : keys->keys) names.push_back(key->name);
+    for (size_t i = 0; i < step.lines.size(); ++i) {
+      const std::string name = qm::Utf16ToUtf8(step.lines[i].substr(0, step.lines[i].find(u'=')));
+      if (ReadsKey(*keys, name)) continue;
+      file.problems.push_back({step.lineNumbers[i], true,
+                               step.action + " never reads the key " + name + Suggestion(name, names)});
+    }
+  }
+}
+
+}  // namespace qmhost
