@@ -19,12 +19,17 @@ if(QMCSV_WIN64)
   # A private Wine prefix per build tree, made once and kept. Mono and Gecko
   # stay off: their installers would wait for a click.
   set(QMCSV_WINEPREFIX "${CMAKE_BINARY_DIR}/wineprefix")
-  set(QMCSV_TEST_ENV "WINEPREFIX=${QMCSV_WINEPREFIX}" "WINEDEBUG=-all" "WINEDLLOVERRIDES=mscoree,mshtml=")
+  # Dialogs need a display: without one, the fixture starts Xvfb and notes its
+  # number in QMCSV_XVFB_FILE for cmake/wine-run.sh.
+  set(QMCSV_XVFB_FILE "${CMAKE_BINARY_DIR}/xvfb-display")
+  set(QMCSV_TEST_ENV "WINEPREFIX=${QMCSV_WINEPREFIX}" "WINEDEBUG=-all" "WINEDLLOVERRIDES=mscoree,mshtml="
+                     "QMCSV_WINE=${QMCSV_WINE}" "QMCSV_XVFB_FILE=${QMCSV_XVFB_FILE}")
   find_program(QMCSV_WINESERVER NAMES wineserver REQUIRED)
 
   # The fixture: every Wine test needs the prefix made first, and the
   # wineserver is stopped after the last one.
-  set(wine_prefix_args -DWINE=${QMCSV_WINE} -DWINESERVER=${QMCSV_WINESERVER} -DPREFIX=${QMCSV_WINEPREFIX})
+  set(wine_prefix_args -DWINE=${QMCSV_WINE} -DWINESERVER=${QMCSV_WINESERVER} -DPREFIX=${QMCSV_WINEPREFIX}
+                       -DXVFB_FILE=${QMCSV_XVFB_FILE})
   add_test(NAME wine_prefix
            COMMAND ${CMAKE_COMMAND} ${wine_prefix_args} -DACTION=start -P ${CMAKE_CURRENT_LIST_DIR}/WinePrefix.cmake)
   add_test(NAME wine_prefix_stop

@@ -1,13 +1,17 @@
 # Runs with `cmake -P`; the win64 tests use it as their CTest fixture.
 #
-#   -DWINE=<wine> -DWINESERVER=<wineserver> -DPREFIX=<dir> -DACTION=start|stop -P WinePrefix.cmake
+#   -DWINE=<wine> -DWINESERVER=<wineserver> -DPREFIX=<dir> -DXVFB_FILE=<file>
+#   -DACTION=start|stop -P WinePrefix.cmake
 #
-# start: makes the private Wine prefix of the build tree the first time (about
-#        ten seconds) and checks that a Windows program starts in it.
-# stop:  ends the prefix's wineserver, so that no Wine process outlives the run.
+# start: when no display is set, starts Xvfb and writes its number to XVFB_FILE
+#        (cmake/wine-run.sh hands it to the tests); makes the private Wine prefix
+#        of the build tree the first time (about ten seconds) and checks that a
+#        Windows program starts in it.
+# stop:  ends the prefix's wineserver and the Xvfb started here, so that nothing
+#        outlives the run.
 cmake_minimum_required(VERSION 3.25)
 
-foreach(var WINE WINESERVER PREFIX ACTION)
+foreach(var WINE WINESERVER PREFIX XVFB_FILE ACTION)
   if(NOT DEFINED ${var})
     message(FATAL_ERROR "WinePrefix.cmake: ${var} is not set")
   endif()
@@ -21,10 +25,53 @@ set(ENV{WINEDLLOVERRIDES} "mscoree,mshtml=")
 if(ACTION STREQUAL "stop")
   execute_process(COMMAND "${WINESERVER}" -k RESULT_VARIABLE rc OUTPUT_QUIET ERROR_QUIET TIMEOUT 30)
   # Non-zero only means no wineserver was running.
+  if(EXISTS "${XVFB_FILE}.pid")
+    file(READ "${XVFB_FILE}.pid" pid)
+    string(STRIP "${pid}" pid)
+    execute_process(COMMAND kill "${pid}" OUTPUT_QUIET ERROR_QUIET)
+    file(REMOVE "${XVFB_FILE}" "${XVFB_FILE}.pid")
+  endif()
   return()
 endif()
 if(NOT ACTION STREQUAL "start")
   message(FATAL_ERROR "WinePrefix.cmake: ACTION must be start or stop, not '${ACTION}'")
+endif()
+
+# A display for the dialogs' tests: the caller's, or a virtual one started here
+# (one per build tree, kept until the stop fixture; a dead one is replaced).
+if("$ENV{DISPLAY}" STREQUAL "")
+  set(alive 1)
+  if(EXISTS "${XVFB_FILE}.pid")
+    file(READ "${XVFB_FILE}.pid" pid)
+    string(STRIP "${pid}" pid)
+    execute_process(COMMAND kill -0 "${pid}" RESULT_VARIABLE alive OUTPUT_QUIET ERROR_QUIET)
+  endif()
+  if(NOT alive EQUAL 0)
+    find_program(XVFB Xvfb)
+    if(NOT XVFB)
+      message(FATAL_ERROR "No display is set and Xvfb is not installed (apt-get install xvfb)")
+    endif()
+    file(REMOVE "${XVFB_FILE}")
+    # -displayfd: Xvfb picks a free display and writes its number once it accepts clients.
+    execute_process(COMMAND sh -c "\"$0\" -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>\"$1\" </dev/null >/dev/null 2>&1 & echo $! >\"$1.pid\""
+                            "${XVFB}" "${XVFB_FILE}" RESULT_VARIABLE rc)
+    foreach(try RANGE 100)
+      if(EXISTS "${XVFB_FILE}")
+        file(READ "${XVFB_FILE}" display)
+        if(display MATCHES "[0-9]+\n")
+          break()
+        endif()
+      endif()
+      execute_process(COMMAND sleep 0.1)
+    endforeach()
+    if(NOT display MATCHES "[0-9]+\n")
+      message(FATAL_ERROR "Xvfb did not start (rc ${rc})")
+    endif()
+  endif()
+  file(READ "${XVFB_FILE}" display)
+  string(STRIP "${display}" display)
+  set(ENV{DISPLAY} ":${display}")
+  message(STATUS "No display set: the tests use Xvfb on :${display}")
 endif()
 
 if(NOT EXISTS "${PREFIX}/system.reg")
