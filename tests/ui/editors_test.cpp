@@ -592,5 +592,75 @@ TEST_F(Editors, KeyboardReachesEveryPageAndControlInOrder) {
   }
 }
 
+// The "..." choosers of the source and target frames: a path typed into the
+// system's chooser lands in the file field (the save chooser adding the
+// extension), and Cancel leaves the field as it was.
+TEST_F(Editors, FileChoosersFillTheFileFieldAndCancelLeavesIt) {
+  wchar_t folder[MAX_PATH] = {};
+  GetTempPathW(MAX_PATH, folder);
+  const std::wstring existing = std::wstring(folder) + L"qmcsv_chosen.csv";
+  CloseHandle(CreateFileW(existing.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+  const std::wstring fresh = std::wstring(folder) + L"qmcsv_report";
+  DeleteFileW((fresh + L".csv").c_str());
+  struct Case {
+    int32_t index;
+    std::wstring caption;
+    std::u16string block;
+    std::function<HWND(HWND)> field;
+    std::wstring chooserTitle;  // empty: the system's own
+    std::wstring typed, chosen;
+  };
+  const Case cases[] = {
+      {kOpenDataIndex, L"CSV Open Data", u"", [](HWND w) { return Labelled(w, SourceFrame::kFileNameLabel); },
+       Wide(SourceFrame::kBrowseTitle), existing, existing},
+      {kSaveDataIndex, L"CSV Save Data", u"savetofile=1\r\n",
+       [](HWND w) { return GetWindow(ByCaption(w, Wide(TargetFrame::kSaveToFile)), GW_HWNDNEXT); }, L"", fresh,
+       fresh + L".csv"},
+  };
+  for (const auto& c : cases) {
+    test::DriveDialog([&] { Plugin().Configure(c.index, c.block); },
+                      [&] {
+                        HWND w = test::WaitForWindow(c.caption);
+                        ASSERT_TRUE(w);
+                        HWND field = c.field(w);
+                        HWND browse = GetWindow(field, GW_HWNDNEXT);
+                        ASSERT_EQ(test::Text(browse), L"...");
+                        test::Type(field, L"old.csv");
+                        for (const bool confirm : {false, true}) {
+                          test::ClickLater(browse);
+                          HWND chooser = test::WaitForOwnedDialog(w);
+                          ASSERT_TRUE(chooser);
+                          if (!c.chooserTitle.empty()) {
+                            EXPECT_EQ(test::Text(chooser), c.chooserTitle);
+                          }
+                          if (confirm) {
+                            // The chooser's file name field: its one text field.
+                            HWND name = nullptr;
+                            EnumChildWindows(
+                                chooser,
+                                [](HWND child, LPARAM found) -> BOOL {
+                                  wchar_t kind[16] = {};
+                                  GetClassNameW(child, kind, 16);
+                                  if (_wcsicmp(kind, L"Edit") != 0 || !IsWindowVisible(child)) return TRUE;
+                                  *reinterpret_cast<HWND*>(found) = child;
+                                  return FALSE;
+                                },
+                                reinterpret_cast<LPARAM>(&name));
+                            ASSERT_TRUE(name);
+                            test::Type(name, c.typed);
+                          }
+                          test::ClickLater(GetDlgItem(chooser, confirm ? IDOK : IDCANCEL));
+                          EXPECT_TRUE(test::WaitUntilClosed(chooser));
+                          const std::wstring now = test::Text(field);
+                          EXPECT_EQ(_wcsicmp(now.c_str(), confirm ? c.chosen.c_str() : L"old.csv"), 0)
+                              << keyboard::Narrow(now);
+                        }
+                        test::Press(w, VK_ESCAPE);
+                        EXPECT_TRUE(test::WaitUntilClosed(w));
+                      });
+  }
+  DeleteFileW(existing.c_str());
+}
+
 }  // namespace
 }  // namespace qm

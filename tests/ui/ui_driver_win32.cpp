@@ -66,6 +66,20 @@ HWND WaitForWindow(const std::wstring& caption) {
   return nullptr;
 }
 
+HWND WaitForOwnedDialog(HWND owner) {
+  for (int i = 0; i < kWaitSteps; ++i) {
+    for (HWND w = FindWindowExW(nullptr, nullptr, L"#32770", nullptr); w; w = FindWindowExW(nullptr, w, L"#32770", nullptr)) {
+      if (GetWindow(w, GW_OWNER) == owner && IsWindowVisible(w)) {
+        Settle();
+        return w;
+      }
+    }
+    Sleep(kStepMilliseconds);
+  }
+  ADD_FAILURE() << "no dialog of the window appeared";
+  return nullptr;
+}
+
 bool WaitUntilClosed(HWND window) {
   for (int i = 0; i < kWaitSteps; ++i) {
     if (!IsWindow(window)) return true;

@@ -17,6 +17,9 @@ void DriveDialog(const std::function<void()>& open, const std::function<void()>&
 // A visible top-level window of this process with the caption; null after
 // a few seconds.
 HWND WaitForWindow(const std::wstring& caption);
+// A visible dialog (class "#32770") that `owner` owns, such as a system
+// file chooser; null after a few seconds.
+HWND WaitForOwnedDialog(HWND owner);
 // Waits until the window is gone; false when it stays.
 bool WaitUntilClosed(HWND window);
 
