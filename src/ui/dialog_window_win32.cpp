@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "boundary/host_services.h"
+#include "dialogs/access_keys.h"
 #include "ui/enable_controls.h"
 #include "ui/placement_store_win32.h"
 #include "ui/themed_scope_win32.h"
@@ -19,6 +20,8 @@ constexpr UINT kBalloonMilliseconds = 3000;
 // The window property in which a refused OK leaves the beep it sounded
 // (MB_ICONEXCLAMATION or MB_OK), so that a test driving the window sees it.
 constexpr wchar_t kLastBeepProperty[] = L"qmcsv.lastBeep";
+// The window property that leads the page-key hook from a dialog window to its frame.
+constexpr wchar_t kFrameProperty[] = L"qmcsv.dialogFrame";
 
 // An empty dialog template: the frame creates every control itself.
 struct alignas(DWORD) EmptyTemplate {
@@ -52,10 +55,15 @@ DialogWindow::DialogWindow(std::wstring caption, std::wstring placementName, int
 
 bool DialogWindow::RunModal(HWND owner) {
   ThemedScope themed;
+  // The dialog's modal loop shows every message to this thread's message
+  // filters first: the page keys are handled there, before the focused
+  // control sees them.
+  HHOOK pageKeys = SetWindowsHookExW(WH_MSGFILTER, &DialogWindow::PageKeyHook, nullptr, GetCurrentThreadId());
   EmptyTemplate dialog{};
   dialog.header.style = DS_MODALFRAME | WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME;
   const INT_PTR result = DialogBoxIndirectParamW(OwnModuleHandle(), &dialog.header, owner, &DialogWindow::Procedure,
                                                  reinterpret_cast<LPARAM>(this));
+  if (pageKeys) UnhookWindowsHookEx(pageKeys);
   if (font_) DeleteObject(font_);
   font_ = nullptr;
   return result == IDOK;
@@ -66,6 +74,7 @@ INT_PTR CALLBACK DialogWindow::Procedure(HWND window, UINT message, WPARAM wPara
     auto* self = reinterpret_cast<DialogWindow*>(lParam);
     SetWindowLongPtrW(window, DWLP_USER, lParam);
     self->window_ = window;
+    SetPropW(window, kFrameProperty, self);
   }
   auto* self = reinterpret_cast<DialogWindow*>(GetWindowLongPtrW(window, DWLP_USER));
   return self ? self->Handle(message, wParam, lParam) : FALSE;
@@ -150,6 +159,7 @@ INT_PTR DialogWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_DESTROY:
       SavePlacement();
       RemovePropW(window_, kLastBeepProperty);
+      RemovePropW(window_, kFrameProperty);
       return FALSE;
     default:
       return FALSE;
@@ -165,6 +175,7 @@ void DialogWindow::Create() {
   SetWindowPos(window_, nullptr, 0, 0, frame.right - frame.left, frame.bottom - frame.top,
                SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
   Build();
+  AssignAccessKeys();
   Fill();
   if (!pages_.empty()) ShowPage(0);
   if (!RestorePlacement()) Centre();
@@ -270,6 +281,102 @@ void DialogWindow::InsertTab(const std::wstring& title) {
   item.pszText = const_cast<wchar_t*>(title.c_str());
   SendMessageW(tabs_, TCM_INSERTITEMW, static_cast<WPARAM>(TabCtrl_GetItemCount(tabs_)),
                reinterpret_cast<LPARAM>(&item));
+}
+
+void DialogWindow::AssignAccessKeys() {
+  auto keyed = [](AccessKeys& keys, HWND control) {
+    const std::wstring text = TextOf(control);
+    const std::u16string given = keys.Assign(std::u16string(text.begin(), text.end()));
+    SetText(control, std::wstring(given.begin(), given.end()));
+  };
+  auto classOf = [](HWND control) {
+    wchar_t name[32] = {};
+    GetClassNameW(control, name, 32);
+    return std::wstring(name);
+  };
+  // Shown on every page: the tab captions and "{V}" (OK and Cancel have
+  // Enter and Esc).
+  AccessKeys shared;
+  for (auto& page : pages_) {
+    const std::u16string given = shared.Assign(std::u16string(page.title.begin(), page.title.end()));
+    page.title.assign(given.begin(), given.end());
+  }
+  TabCtrl_DeleteAllItems(tabs_);
+  for (const auto& page : pages_) {
+    if (page.visible) InsertTab(page.title);
+  }
+  if (HWND insert = GetDlgItem(window_, kIdInsertVariable)) keyed(shared, insert);
+  // Each page (a dialog without tabs is one page): its buttons, and the
+  // labels that name the control right after them. A note and a group box
+  // name nothing.
+  const int pageCount = std::max<int>(1, static_cast<int>(pages_.size()));
+  for (int page = 0; page < pageCount; ++page) {
+    AccessKeys keys(shared.Taken());
+    for (size_t i = 0; i < placed_.size(); ++i) {
+      const HWND control = placed_[i].window;
+      if (placed_[i].page != page && !(pages_.empty() && placed_[i].page < 0)) continue;
+      const int id = GetDlgCtrlID(control);
+      if (id == IDOK || id == IDCANCEL || id == kIdInsertVariable) continue;
+      const std::wstring kind = classOf(control);
+      const auto style = static_cast<DWORD>(GetWindowLongPtrW(control, GWL_STYLE));
+      if (kind == L"Button" && (style & BS_TYPEMASK) != BS_GROUPBOX) keyed(keys, control);
+      if (kind != L"Static" || i + 1 == placed_.size()) continue;
+      const HWND next = placed_[i + 1].window;
+      const auto nextStyle = static_cast<DWORD>(GetWindowLongPtrW(next, GWL_STYLE));
+      if (classOf(next) != L"Static" && (nextStyle & WS_TABSTOP)) keyed(keys, control);
+    }
+  }
+}
+
+bool DialogWindow::PageKey(const MSG& message) {
+  if (pages_.empty() || !IsWindowEnabled(window_)) return false;
+  std::vector<int> shown;
+  for (int page = 0; page < static_cast<int>(pages_.size()); ++page) {
+    if (pages_[static_cast<size_t>(page)].visible) shown.push_back(page);
+  }
+  const auto at = std::find(shown.begin(), shown.end(), shownPage_) - shown.begin();
+  const int count = static_cast<int>(shown.size());
+  const bool ctrl = GetKeyState(VK_CONTROL) < 0;
+  if (message.message == WM_KEYDOWN && ctrl) {
+    int step = 0;
+    if (message.wParam == VK_TAB) step = GetKeyState(VK_SHIFT) < 0 ? -1 : 1;
+    if (message.wParam == VK_NEXT) step = 1;
+    if (message.wParam == VK_PRIOR) step = -1;
+    if (step == 0) return false;
+    ShowPageByKeyboard(shown[static_cast<size_t>((at + step + count) % count)]);
+    return true;
+  }
+  if (message.message == WM_SYSCHAR) {
+    auto key = static_cast<char16_t>(message.wParam);
+    if (key >= u'a' && key <= u'z') key = static_cast<char16_t>(key - u'a' + u'A');
+    for (int page : shown) {
+      const auto& title = pages_[static_cast<size_t>(page)].title;
+      if (AccessKeys::KeyOf(std::u16string(title.begin(), title.end())) != key) continue;
+      ShowPageByKeyboard(page);
+      return true;
+    }
+  }
+  return false;
+}
+
+void DialogWindow::ShowPageByKeyboard(int page) {
+  // Focus stays on the tab strip when it had it; else it goes to the new
+  // page's first control, never to one now hidden.
+  const bool onTabs = GetFocus() == tabs_;
+  ShowPage(page);
+  if (onTabs) return;
+  HWND first = GetNextDlgTabItem(window_, tabs_, FALSE);
+  SendMessageW(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(first ? first : tabs_), TRUE);
+}
+
+LRESULT CALLBACK DialogWindow::PageKeyHook(int code, WPARAM wParam, LPARAM lParam) {
+  if (code == MSGF_DIALOGBOX) {
+    const auto& message = *reinterpret_cast<const MSG*>(lParam);
+    const HWND root = message.hwnd ? GetAncestor(message.hwnd, GA_ROOT) : nullptr;
+    auto* self = root ? static_cast<DialogWindow*>(GetPropW(root, kFrameProperty)) : nullptr;
+    if (self && self->PageKey(message)) return TRUE;
+  }
+  return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
 Box DialogWindow::PageArea() const {

@@ -106,6 +106,14 @@ class DialogWindow {
   void Create();
   void Relayout();
   void InsertTab(const std::wstring& title);
+  // Gives the tab captions, "{V}" and each page's labels and buttons access
+  // keys unique among what is shown together.
+  void AssignAccessKeys();
+  // Page keys of the modal loop: Ctrl+Tab, Ctrl+Shift+Tab, Ctrl+PgDn,
+  // Ctrl+PgUp and Alt with a tab's key; true when the message was one.
+  static LRESULT CALLBACK PageKeyHook(int code, WPARAM wParam, LPARAM lParam);
+  bool PageKey(const MSG& message);
+  void ShowPageByKeyboard(int page);
   void InsertVariable();
   bool RestorePlacement();
   void Centre();

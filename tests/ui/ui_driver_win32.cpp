@@ -66,6 +66,20 @@ HWND WaitForWindow(const std::wstring& caption) {
   return nullptr;
 }
 
+HWND WaitForOwnedDialog(HWND owner) {
+  for (int i = 0; i < kWaitSteps; ++i) {
+    for (HWND w = FindWindowExW(nullptr, nullptr, L"#32770", nullptr); w; w = FindWindowExW(nullptr, w, L"#32770", nullptr)) {
+      if (GetWindow(w, GW_OWNER) == owner && IsWindowVisible(w)) {
+        Settle();
+        return w;
+      }
+    }
+    Sleep(kStepMilliseconds);
+  }
+  ADD_FAILURE() << "no dialog of the window appeared";
+  return nullptr;
+}
+
 bool WaitUntilClosed(HWND window) {
   for (int i = 0; i < kWaitSteps; ++i) {
     if (!IsWindow(window)) return true;
@@ -153,25 +167,42 @@ void Choose(HWND comboBox, int index) {
 
 bool IsChecked(HWND button) { return SendMessageW(button, BM_GETCHECK, 0, 0) == BST_CHECKED; }
 
-void Press(HWND dialog, WORD key, bool ctrl) {
-  const DWORD thread = GetWindowThreadProcessId(dialog, nullptr);
+HWND Focused(HWND dialog) {
   GUITHREADINFO gui{};
   gui.cbSize = sizeof gui;
-  HWND target = GetGUIThreadInfo(thread, &gui) && gui.hwndFocus ? gui.hwndFocus : dialog;
-  // Ctrl is read from the keyboard state the two threads then share.
+  return GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &gui) ? gui.hwndFocus : nullptr;
+}
+
+std::wstring CaptionOf(HWND control) { return WithoutMnemonic(Text(control)); }
+
+void PressAlt(HWND dialog, wchar_t key) {
+  HWND focus = Focused(dialog);
+  // Bit 29: Alt is down.
+  PostMessageW(focus ? focus : dialog, WM_SYSCHAR, static_cast<WPARAM>(key), 1 | (1 << 29));
+  Settle();
+  Settle();
+}
+
+void Press(HWND dialog, WORD key, bool ctrl, bool shift) {
+  const DWORD thread = GetWindowThreadProcessId(dialog, nullptr);
+  HWND focus = Focused(dialog);
+  HWND target = focus ? focus : dialog;
+  // Ctrl and Shift are read from the keyboard state the two threads then share.
   AttachThreadInput(GetCurrentThreadId(), thread, TRUE);
   BYTE keys[256] = {};
   GetKeyboardState(keys);
-  if (ctrl) {
-    keys[VK_CONTROL] = 0x80;
+  if (ctrl || shift) {
+    if (ctrl) keys[VK_CONTROL] = 0x80;
+    if (shift) keys[VK_SHIFT] = 0x80;
     SetKeyboardState(keys);
   }
   PostMessageW(target, WM_KEYDOWN, key, 1);
   PostMessageW(target, WM_KEYUP, key, 1 | (3u << 30));
   Settle();
   Settle();
-  if (ctrl) {
+  if (ctrl || shift) {
     keys[VK_CONTROL] = 0;
+    keys[VK_SHIFT] = 0;
     SetKeyboardState(keys);
   }
   AttachThreadInput(GetCurrentThreadId(), thread, FALSE);

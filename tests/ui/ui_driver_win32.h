@@ -17,6 +17,9 @@ void DriveDialog(const std::function<void()>& open, const std::function<void()>&
 // A visible top-level window of this process with the caption; null after
 // a few seconds.
 HWND WaitForWindow(const std::wstring& caption);
+// A visible dialog (class "#32770") that `owner` owns, such as a system
+// file chooser; null after a few seconds.
+HWND WaitForOwnedDialog(HWND owner);
 // Waits until the window is gone; false when it stays.
 bool WaitUntilClosed(HWND window);
 
@@ -40,9 +43,16 @@ void SelectItem(HWND listView, int item);
 void DoubleClickItemLater(HWND listView, int item);
 void Choose(HWND comboBox, int index);
 bool IsChecked(HWND button);
-// A key press (with Ctrl held when asked) into the dialog's focused control,
-// through the dialog's own message loop.
-void Press(HWND dialog, WORD key, bool ctrl = false);
+// A key press (with Ctrl, and Shift, held when asked) into the dialog's
+// focused control, through the dialog's own message loop.
+void Press(HWND dialog, WORD key, bool ctrl = false, bool shift = false);
+// Alt with a letter or digit, as the keyboard delivers it to the focused control.
+void PressAlt(HWND dialog, wchar_t key);
+// The control with the keyboard focus in the dialog's thread.
+HWND Focused(HWND dialog);
+// A control's text as the user reads it: without the "&" of its access key
+// and without trailing blanks.
+std::wstring CaptionOf(HWND control);
 void Focus(HWND control);
 
 // The tab page the dialog shows (index among the visible tabs).
