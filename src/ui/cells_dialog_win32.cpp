@@ -117,28 +117,28 @@ class CellsDialog final : public SourcedDialog {
   }
   int Selected() const { return ListView_GetNextItem(list_, -1, LVNI_SELECTED); }
 
-  void Run(CellCommand command) {
+  void Run(ListCommand command) {
     const int selected = Selected();
     if (const auto beep = m_.Refusal(command, selected)) {
       Sound(*beep);
       return;
     }
     switch (command) {
-      case CellCommand::Add: {
+      case ListCommand::Add: {
         CellItemEditor item = m_.BeginAdd();
         if (!CellItemDialog(item, Scale()).RunModal(Handle())) return;
         m_.FinishAdd(item);
         FillList(static_cast<int>(m_.cells.size()) - 1);
         break;
       }
-      case CellCommand::Edit: {
+      case ListCommand::Edit: {
         auto item = m_.BeginEdit(selected);
         if (!item || !CellItemDialog(*item, Scale()).RunModal(Handle())) return;
         m_.FinishEdit(selected, *item);
         FillList(selected);
         break;
       }
-      case CellCommand::Remove:
+      case ListCommand::Remove:
         // The entry now in the removed one's place stays selected, else the last.
         if (m_.Remove(selected)) {
           const int last = static_cast<int>(m_.cells.size()) - 1;
@@ -150,12 +150,12 @@ class CellsDialog final : public SourcedDialog {
   }
 
   void GeneralCommand(int id, int code) override {
-    if (code == BN_CLICKED && id >= kAdd && id <= kRemove) Run(CellCommand(id - kAdd));
+    if (code == BN_CLICKED && id >= kAdd && id <= kRemove) Run(ListCommand(id - kAdd));
   }
   LRESULT Notify(const NMHDR& header) override {
     if (header.hwndFrom == list_ && header.code == NM_DBLCLK) {
       // A double-click on an entry edits it; on the empty area it does nothing.
-      if (reinterpret_cast<const NMITEMACTIVATE&>(header).iItem >= 0) Run(CellCommand::Edit);
+      if (reinterpret_cast<const NMITEMACTIVATE&>(header).iItem >= 0) Run(ListCommand::Edit);
     }
     return 0;
   }
@@ -173,7 +173,7 @@ class CellsDialog final : public SourcedDialog {
     }
     const int chosen = TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON, at.x, at.y, 0, Handle(), nullptr);
     DestroyMenu(menu);
-    if (chosen >= kAdd && chosen <= kRemove) Run(CellCommand(chosen - kAdd));
+    if (chosen >= kAdd && chosen <= kRemove) Run(ListCommand(chosen - kAdd));
   }
 
   bool Confirm() override {
