@@ -24,7 +24,7 @@ void ConditionListView::Build(DialogWindow& d, Box box, int firstId, std::u16str
   d.Group(Wide(groupCaption).c_str(), box, kStretchRight | kStretchDown);
   const Box inner{box.x + 10, box.y + 20, box.w - 20, box.h - 30};
   mode_ = d.DropList(Box{inner.x, inner.y, 300, 24}, firstId, WideItems(ConditionList::kModeItems));
-  constexpr int kWidths[] = {45, 140, 90};
+  constexpr int kWidths[] = {50, 130, 100};
   list_.Build(d, Box{inner.x, inner.y + 32, inner.w, inner.h - 32}, firstId + 1, ConditionList::kColumnHeadings,
               kWidths, buttons, ConditionList::kMenuCaptions);
 }

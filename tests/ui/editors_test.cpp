@@ -559,6 +559,7 @@ TEST_F(Editors, DataLoopBuildsItsConditionsAndTheLoopVisitsTheRowsTheyPass) {
     m.pages.source.fileName = Utf16(kConditionRowsFile);
   };
   for (int scale : {100, 150}) {
+    DeleteFileW(ui::PlacementStorePath().c_str());  // the columns as built at this scale
     PluginUnderTest::SetScale(scale);
     PluginUnderTest::SetPickedVariable(u"{col}");
     const std::string shot = "data_loop_" + std::to_string(scale);
@@ -670,6 +671,7 @@ TEST_F(Editors, FilterDataBuildsItsConditionsAndTheStepDeletesTheRowsTheyMatch) 
   };
   std::u16string block;
   for (int scale : {100, 150}) {
+    DeleteFileW(ui::PlacementStorePath().c_str());  // the columns as built at this scale
     PluginUnderTest::SetScale(scale);
     const std::string shot = "filter_data_" + std::to_string(scale);
     std::optional<std::u16string> written;
