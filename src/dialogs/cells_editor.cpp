@@ -49,11 +49,6 @@ std::vector<std::u16string_view> CellsEditor::ProducedVariables() const {
   return names;
 }
 
-std::optional<Beep> CellsEditor::Refusal(CellCommand command, int32_t selected) const {
-  if (command != CellCommand::Add && !IsSelected(selected)) return Beep::Default;
-  return std::nullopt;
-}
-
 std::optional<CellItemEditor> CellsEditor::BeginEdit(int32_t selected) const {
   if (!IsSelected(selected)) return std::nullopt;
   return CellItemEditor(false, writeMode_, cells[static_cast<size_t>(selected)]);

@@ -9,13 +9,12 @@
 #include <vector>
 
 #include "dialogs/cell_item_editor.h"
+#include "dialogs/list_commands.h"
 #include "dialogs/table_source_pages.h"
 
 namespace qm {
 
 enum class CellsControl : uint8_t { ListLabel, List, Add, Edit, Remove };
-// The list's buttons and context menu entries.
-enum class CellCommand : uint8_t { Add, Edit, Remove };
 
 class CellsEditor {
  public:
@@ -47,7 +46,9 @@ class CellsEditor {
 
   // The list commands; `selected` is the selected row or -1. Edit and Remove
   // without a selected row do nothing but sound this beep.
-  std::optional<Beep> Refusal(CellCommand command, int32_t selected) const;
+  std::optional<Beep> Refusal(ListCommand command, int32_t selected) const {
+    return ListRefusal(command, selected, cells.size());
+  }
   // "Add...": the cell editor in add mode; its OK appends the entry.
   CellItemEditor BeginAdd() const { return CellItemEditor(true, writeMode_); }
   void FinishAdd(const CellItemEditor& editor) { cells.push_back(editor.entry); }

@@ -4,6 +4,7 @@
 // or OR. Conditions are stored in a step's parameters as one comma-text line
 // each ("2,\"New York\",0,0": column from 1, expression, case-sensitive flag,
 // regular-expression flag) under the keys condition00000000, condition00000001...
+// (task/condition_text.h).
 #pragma once
 
 #include <cstdint>
@@ -13,32 +14,10 @@
 #include <vector>
 
 #include "loop/regex.h"
+#include "task/condition_text.h"
 #include "table/record.h"
 
 namespace qm {
-
-// Parameter keys of a condition list.
-inline constexpr std::u16string_view kConditionModeKey = u"conditionmode";
-inline constexpr std::u16string_view kConditionsCountKey = u"conditionscount";
-
-// The key of the stored condition at a zero-based index: "condition" and the
-// index in 8 upper-case hexadecimal digits (index 10 is condition0000000A).
-std::u16string ConditionKey(int32_t index);
-
-// The four fields of a stored condition line as the editors show them: the
-// column and the expression as stored, the flags read as non-zero integers.
-struct ConditionFields {
-  std::u16string column;
-  std::u16string expression;
-  bool caseSensitive = false;
-  bool regex = false;
-};
-
-// Splits a stored line by the comma-text rules; missing fields are empty,
-// fields after the fourth are ignored, a flag that is not an integer is false.
-ConditionFields SplitCondition(std::u16string_view line);
-// The stored line of a condition, the flags written as "1" or "0".
-std::u16string JoinCondition(const ConditionFields& fields);
 
 // One condition on the cell at a zero-based column.
 class TCSVRecordFilter {

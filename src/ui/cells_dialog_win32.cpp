@@ -1,12 +1,13 @@
 // "CSV Read Cells" and "CSV Write Cells": the list of cells with its
-// commands (buttons, context menu, double-click to edit) and the small cell
-// editor they open, then the source pages.
+// commands (buttons, context menu, shortcuts, double-click to edit) and the
+// small cell editor they open, then the source pages.
 #include <windows.h>
 #include <commctrl.h>
 
 #include "boundary/host_services.h"
 #include "boundary/plugin_params.h"
 #include "dialogs/cells_editor.h"
+#include "ui/command_list_win32.h"
 #include "ui/editors.h"
 #include "ui/sourced_dialog_win32.h"
 #include "ui/text_win32.h"
@@ -16,7 +17,7 @@ namespace qm::ui {
 
 namespace {
 
-enum : int { kList = 10, kAdd, kEdit, kRemove, kRow, kColumn, kValue };
+enum : int { kAdd = 10, kRow = 20, kColumn, kValue };
 
 // One entry: row, column and the variable name or expression.
 class CellItemDialog final : public DialogWindow {
@@ -67,127 +68,50 @@ class CellsDialog final : public SourcedDialog {
 
  private:
   void BuildGeneral(Box a) override {
-    constexpr int kButtonWidth = 90;
-    const int listWidth = a.w - kButtonWidth - 8;
-    Label(Wide(CellsEditor::kListLabel).c_str(), Box{a.x, a.y, listWidth, 18});
-    list_ = Add(WC_LISTVIEWW, L"", WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS,
-                Box{a.x, a.y + 20, listWidth, a.h - 20}, kList, kStretchRight | kStretchDown, WS_EX_CLIENTEDGE);
-    ListView_SetExtendedListViewStyle(list_, LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES);
+    Label(Wide(CellsEditor::kListLabel).c_str(), Box{a.x, a.y, a.w - CommandList::kButtonWidth - 8, 18});
     const auto headings = m_.ColumnHeadings();
-    const int widths[3] = {70, 70, listWidth - 70 - 70 - 24};
-    for (int c = 0; c < 3; ++c) {
-      std::wstring heading = Wide(headings[static_cast<size_t>(c)]);
-      LVCOLUMNW column{};
-      column.mask = LVCF_TEXT | LVCF_WIDTH;
-      column.cx = Px(widths[c]);
-      column.pszText = heading.data();
-      SendMessageW(list_, LVM_INSERTCOLUMNW, static_cast<WPARAM>(c), reinterpret_cast<LPARAM>(&column));
-    }
-    const auto& captions = CellsEditor::kCommandCaptions;
-    for (int i = 0; i < 3; ++i) {
-      commands_[i] = Button(Wide(captions[static_cast<size_t>(i)]).c_str(),
-                            Box{a.x + a.w - kButtonWidth, a.y + 20 + i * 32, kButtonWidth, 25}, kAdd + i, kFollowRight);
-    }
+    constexpr int kWidths[] = {70, 70};
+    list_.Build(*this, Box{a.x, a.y + 20, a.w, a.h - 20}, kAdd, headings, kWidths, CellsEditor::kCommandCaptions,
+                CellsEditor::kCommandCaptions);
   }
-  void FillGeneral() override { FillList(-1); }
+  void FillGeneral() override { list_.SetRows(Rows(), -1); }
   // The list holds the model's entries; the list view is read only by selection.
   void ReadGeneral() override {}
-  std::vector<HWND> RememberedLists() const override { return {list_}; }
+  std::vector<HWND> RememberedLists() const override { return {list_.List()}; }
 
-  void FillList(int select) {
-    ListView_DeleteAllItems(list_);
-    for (size_t i = 0; i < m_.cells.size(); ++i) {
-      const CellEntry& cell = m_.cells[i];
-      std::wstring texts[3] = {Wide(cell.row), Wide(cell.column), Wide(cell.value)};
-      LVITEMW item{};
-      item.mask = LVIF_TEXT;
-      item.iItem = static_cast<int>(i);
-      item.pszText = texts[0].data();
-      SendMessageW(list_, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
-      for (int c = 1; c < 3; ++c) {
-        item.iSubItem = c;
-        item.pszText = texts[c].data();
-        SendMessageW(list_, LVM_SETITEMTEXTW, i, reinterpret_cast<LPARAM>(&item));
-      }
-    }
-    if (select >= 0 && select < static_cast<int>(m_.cells.size())) {
-      ListView_SetItemState(list_, select, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
-      ListView_EnsureVisible(list_, select, FALSE);
-    }
+  CommandList::Rows Rows() const {
+    CommandList::Rows rows;
+    for (const CellEntry& cell : m_.cells) rows.push_back({cell.row, cell.column, cell.value});
+    return rows;
   }
-  int Selected() const { return ListView_GetNextItem(list_, -1, LVNI_SELECTED); }
-
-  void Run(CellCommand command) {
-    const int selected = Selected();
-    if (const auto beep = m_.Refusal(command, selected)) {
-      Sound(*beep);
-      return;
-    }
-    switch (command) {
-      case CellCommand::Add: {
-        CellItemEditor item = m_.BeginAdd();
-        if (!CellItemDialog(item, Scale()).RunModal(Handle())) return;
-        m_.FinishAdd(item);
-        FillList(static_cast<int>(m_.cells.size()) - 1);
-        break;
-      }
-      case CellCommand::Edit: {
-        auto item = m_.BeginEdit(selected);
-        if (!item || !CellItemDialog(*item, Scale()).RunModal(Handle())) return;
-        m_.FinishEdit(selected, *item);
-        FillList(selected);
-        break;
-      }
-      case CellCommand::Remove:
-        // The entry now in the removed one's place stays selected, else the last.
-        if (m_.Remove(selected)) {
-          const int last = static_cast<int>(m_.cells.size()) - 1;
-          FillList(selected <= last ? selected : last);
-        }
-        break;
-    }
-    SetFocus(list_);
+  void Run(ListCommand command) {
+    RunListCommand(
+        command, m_, list_, *this, [this](CellItemEditor& item) { return CellItemDialog(item, Scale()).RunModal(Handle()); },
+        [this] { return Rows(); });
   }
 
   void GeneralCommand(int id, int code) override {
-    if (code == BN_CLICKED && id >= kAdd && id <= kRemove) Run(CellCommand(id - kAdd));
+    if (const auto command = list_.CommandOf(id, code)) Run(*command);
   }
   LRESULT Notify(const NMHDR& header) override {
-    if (header.hwndFrom == list_ && header.code == NM_DBLCLK) {
-      // A double-click on an entry edits it; on the empty area it does nothing.
-      if (reinterpret_cast<const NMITEMACTIVATE&>(header).iItem >= 0) Run(CellCommand::Edit);
-    }
+    if (const auto command = list_.NotifyCommand(header)) Run(*command);
     return 0;
   }
   void ContextMenu(HWND control, POINT at) override {
-    if (control != list_) return;
-    if (at.x == -1 && at.y == -1) {
-      RECT r{};
-      GetWindowRect(list_, &r);
-      at = POINT{r.left + Px(10), r.top + Px(30)};
-    }
-    HMENU menu = CreatePopupMenu();
-    const auto& captions = CellsEditor::kCommandCaptions;
-    for (int i = 0; i < 3; ++i) {
-      AppendMenuW(menu, MF_STRING, static_cast<UINT_PTR>(kAdd + i), Wide(captions[static_cast<size_t>(i)]).c_str());
-    }
-    const int chosen = TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON, at.x, at.y, 0, Handle(), nullptr);
-    DestroyMenu(menu);
-    if (chosen >= kAdd && chosen <= kRemove) Run(CellCommand(chosen - kAdd));
+    if (const auto command = list_.MenuCommand(control, at)) Run(*command);
   }
 
   bool Confirm() override {
     ReadAll();
     if (const auto failure = m_.Check()) {
-      Report<CellsControl>(*failure, [this](CellsControl) { return list_; });
+      Report<CellsControl>(*failure, [this](CellsControl) { return list_.List(); });
       return false;
     }
     return true;
   }
 
   CellsEditor& m_;
-  HWND list_ = nullptr;
-  HWND commands_[3] = {};
+  CommandList list_;
 };
 
 bool ConfigureCells(TQMPluginParams& params, bool writeMode) {

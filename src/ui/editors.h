@@ -26,6 +26,8 @@ bool ConfigureMoveColumn(TQMPluginParams& params);
 bool ConfigureReadCells(TQMPluginParams& params);
 bool ConfigureWriteCells(TQMPluginParams& params);
 bool ConfigureMergeData(TQMPluginParams& params);
+bool ConfigureFilterData(TQMPluginParams& params);
+bool ConfigureDataLoop(TQMPluginParams& params);
 bool ConfigureRemoveDuplicates(TQMPluginParams& params);
 bool ConfigureSaveData(TQMPluginParams& params);
 

@@ -15,8 +15,8 @@ EditorRoutine EditorForIndex(int32_t index) {
       &ConfigureReadCells,     // 6 CSV Read Cells
       &ConfigureWriteCells,    // 7 CSV Write Cells
       &ConfigureMergeData,     // 8 CSV Merge Data
-      nullptr,                 // 9 CSV Filter Data
-      nullptr,                 // 10 CSV Data Loop
+      &ConfigureFilterData,    // 9 CSV Filter Data
+      &ConfigureDataLoop,      // 10 CSV Data Loop
       &ConfigureRemoveDuplicates, // 11 CSV Remove Duplicates
       &ConfigureSaveData,      // 12 CSV Save Data
   };

@@ -6,6 +6,8 @@
 #include "core/messages.h"
 #include "dialogs/add_column_editor.h"
 #include "dialogs/cells_editor.h"
+#include "dialogs/data_loop_editor.h"
+#include "dialogs/filter_data_editor.h"
 #include "dialogs/information_editor.h"
 #include "dialogs/merge_editor.h"
 #include "dialogs/move_column_editor.h"
@@ -53,6 +55,14 @@ TEST(Editors, SaveTheWholeBlockTheyLoaded) {
   const auto sort = Resave<SortEditor>();
   const auto dedupe = Resave<RemoveDuplicatesEditor>();
   const auto merge = Resave<MergeEditor>();
+  const auto loop = Resave<DataLoopEditor>();
+  const auto filter = Resave<FilterDataEditor>();
+  // Conditions with a comma and a quote in a pattern, a blank in a text, an
+  // empty expression, variable references in column and expression.
+  const std::u16string conditions =
+      u"conditionmode=1\r\nconditionscount=4\r\ncondition00000000=2,\"^a,\"\"b\"\"$\",1,1\r\n"
+      u"condition00000001=1,\"New York\",0,0\r\ncondition00000002={col},{word},0,0\r\n"
+      u"condition00000003=3,,1,0\r\n";
   const std::u16string target = u"savetovariable=1\r\nsavevariable=Out\r\nsavetofile=1\r\ntargetfilename=o.csv\r\n"
                                 u"targetencoding=2\r\nnotchangeformat=0\r\n";
   struct Case {
@@ -71,6 +81,8 @@ TEST(Editors, SaveTheWholeBlockTheyLoaded) {
       {sort, u"", u"sortdirection=0\r\nsortmode=0\r\ncasesensitive=0\r\n" + kPrevious},
       {dedupe, u"", u"casesensitive=0\r\n" + kPrevious},
       {merge, u"", u"ajustcolumns=0\r\n" + kFile},
+      {loop, u"", u"Format=0\r\nconditionmode=0\r\nconditionscount=0\r\n" + kPrevious},
+      {filter, u"", u"reversemode=0\r\nconditionmode=0\r\nconditionscount=0\r\n" + kPrevious},
       // A block the dialog wrote comes back byte for byte.
       {open, kText, kText},
       {save, target + kText.substr(kText.find(u"delimiter")) + u"_qm_variables_produced=Out\r\n", {}},
@@ -85,6 +97,9 @@ TEST(Editors, SaveTheWholeBlockTheyLoaded) {
       {sort, u"sortcolumn=2\r\nsortdirection=1\r\nsortmode=1\r\ncasesensitive=1\r\n" + kText, {}},
       {dedupe, u"casesensitive=1\r\nvarname=n\r\n" + kText + u"_qm_variables_produced=n\r\n", {}},
       {merge, u"ajustcolumns=1\r\n" + kText, {}},
+      {loop, u"rowvarname= n \r\nlinevarname=row\r\nFormat=1\r\n" + conditions + kText +
+                 u"_qm_variables_produced=n,row\r\n", {}},
+      {filter, u"reversemode=1\r\n" + conditions + kText, {}},
       // Blocks made by hand: the dialog's reading of them.
       {add, u"fillmode=3\r\ncolumnname=\r\n", u"totheend=1\r\nfillmode=0\r\n" + kPrevious},
       {dedupe, u"varname= n \r\n", u"casesensitive=0\r\nvarname=n\r\n" + kPrevious + u"_qm_variables_produced=n\r\n"},
@@ -92,6 +107,10 @@ TEST(Editors, SaveTheWholeBlockTheyLoaded) {
                                              u"_qm_variables_produced=v\r\n"},
       {write, u"cellcount=-2\r\n", u"cellcount=0\r\n" + kPrevious},
       {merge, u"source=0\r\n", u"ajustcolumns=0\r\n" + kFile},
+      // Lines padded to four fields, a missing one empty, flags as integers.
+      {filter, u"conditionscount=3\r\ncondition00000000=3,abc\r\ncondition00000002=1, x ,2,y,z\r\n",
+       u"reversemode=0\r\nconditionmode=0\r\nconditionscount=3\r\ncondition00000000=3,abc,0,0\r\n"
+       u"condition00000001=,,0,0\r\ncondition00000002=1,x,1,0\r\n" + kPrevious},
   };
   for (size_t i = 0; i < std::size(cases); ++i) {
     const Case& c = cases[i];
@@ -133,6 +152,12 @@ TEST(Editors, TableReadersCheckSourceThenFormat) {
   MoveColumnEditor move;
   move.from = move.to = u"1";
   ExpectPagesCheckedInOrder(move);
+  DataLoopEditor loop;
+  loop.rowVar = u"row";
+  ExpectPagesCheckedInOrder(loop);
+  FilterDataEditor filter;
+  filter.conditions.conditions.push_back({});
+  ExpectPagesCheckedInOrder(filter);
 }
 
 // The own fields are checked before the pages, each at its control on page 0.
@@ -153,6 +178,13 @@ TEST(Editors, OwnFieldsAreCheckedFirst) {
   SortEditor sort;
   fileWithoutName(sort.pages);
   ExpectOwnFailure(sort, SortControl::Column, msg::kValueEmpty);
+  DataLoopEditor loop;
+  fileWithoutName(loop.pages);
+  loop.rowNumberVar = loop.rowVar = u" ";
+  ExpectOwnFailure(loop, DataLoopControl::RowNumberVar, msg::kValueEmpty);
+  FilterDataEditor filter;
+  fileWithoutName(filter.pages);
+  ExpectOwnFailure(filter, FilterDataControl::List, msg::kListEmpty);
 }
 
 TEST(Editors, OpenMergeAndSaveCheckTheirFramesInOrder) {
@@ -190,11 +222,11 @@ TEST(Editors, ADisabledBoxKeepsItsState) {
 
 TEST(CellsEditor, ListCommandsAndTheCellEditor) {
   CellsEditor e(true);
-  for (const auto command : {CellCommand::Edit, CellCommand::Remove}) {
+  for (const auto command : {ListCommand::Edit, ListCommand::Remove}) {
     EXPECT_EQ(e.Refusal(command, -1), Beep::Default);
     EXPECT_EQ(e.Refusal(command, 0), Beep::Default);  // an empty list has no row 0
   }
-  EXPECT_FALSE(e.Refusal(CellCommand::Add, -1));
+  EXPECT_FALSE(e.Refusal(ListCommand::Add, -1));
   EXPECT_FALSE(e.BeginEdit(0));
   EXPECT_FALSE(e.Remove(0));
 
@@ -212,7 +244,7 @@ TEST(CellsEditor, ListCommandsAndTheCellEditor) {
   item.entry = {u"2", u"2", u"v"};
   e.FinishAdd(item);
 
-  EXPECT_FALSE(e.Refusal(CellCommand::Edit, 1));
+  EXPECT_FALSE(e.Refusal(ListCommand::Edit, 1));
   auto edit = e.BeginEdit(1);
   ASSERT_TRUE(edit);
   EXPECT_EQ(edit->entry, (CellEntry{u"2", u"2", u"v"}));
@@ -221,6 +253,37 @@ TEST(CellsEditor, ListCommandsAndTheCellEditor) {
   EXPECT_TRUE(e.Remove(0));
   ASSERT_EQ(e.cells.size(), 1u);
   EXPECT_EQ(e.cells[0], (CellEntry{u"2", u"2", u"w"}));
+}
+
+TEST(ConditionList, CommandsAndTheConditionEditor) {
+  ConditionList list;
+  for (const auto command : {ListCommand::Edit, ListCommand::Remove}) {
+    EXPECT_EQ(list.Refusal(command, -1), Beep::Default);
+    EXPECT_EQ(list.Refusal(command, 0), Beep::Default);
+  }
+  EXPECT_FALSE(list.Refusal(ListCommand::Add, -1));
+  EXPECT_FALSE(list.BeginEdit(0));
+
+  ConditionEditor added = ConditionList::BeginAdd();
+  EXPECT_EQ(added.Caption(), u"Add condition");
+  EXPECT_EQ(added.fields, ConditionFields{});
+  EXPECT_EQ(added.ExpressionLabel(), ConditionEditor::kTextLabel);
+  added.fields = {u"", u"a,b", true, true};  // an empty column is kept
+  EXPECT_EQ(added.ExpressionLabel(), ConditionEditor::kPatternLabel);
+  list.FinishAdd(added);
+  list.FinishAdd(ConditionEditor(false, {u"2", u"x", false, false}));
+
+  auto edited = list.BeginEdit(0);
+  ASSERT_TRUE(edited);
+  EXPECT_EQ(edited->Caption(), u"Edit condition");
+  EXPECT_EQ(edited->ExpressionLabel(), ConditionEditor::kPatternLabel);  // at once, from the flag
+  edited->fields.caseSensitive = false;
+  list.FinishEdit(0, *edited);
+  EXPECT_EQ(ConditionList::RowTexts(list.conditions[0]),
+            (std::array<std::u16string, 4>{u"", u"a,b", u"no", u"YES"}));
+  EXPECT_TRUE(list.Remove(1));
+  EXPECT_FALSE(list.Remove(1));
+  ASSERT_EQ(list.conditions.size(), 1u);
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <fstream>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -16,8 +17,11 @@
 #include "boundary/param_parser.h"
 #include "core/messages.h"
 #include "dialogs/access_keys.h"
+#include "core/utf.h"
 #include "dialogs/add_column_editor.h"
 #include "dialogs/cells_editor.h"
+#include "dialogs/data_loop_editor.h"
+#include "dialogs/filter_data_editor.h"
 #include "dialogs/information_editor.h"
 #include "dialogs/merge_editor.h"
 #include "dialogs/move_column_editor.h"
@@ -36,6 +40,7 @@ namespace {
 
 using test::ByCaption;
 using test::ByLabel;
+using ui::Utf16;
 using ui::Wide;
 
 using test::PluginUnderTest;
@@ -49,6 +54,8 @@ constexpr int32_t kMoveColumnIndex = 5;
 constexpr int32_t kReadCellsIndex = 6;
 constexpr int32_t kWriteCellsIndex = 7;
 constexpr int32_t kMergeIndex = 8;
+constexpr int32_t kFilterDataIndex = 9;
+constexpr int32_t kDataLoopIndex = 10;
 constexpr int32_t kRemoveDuplicatesIndex = 11;
 constexpr int32_t kSaveDataIndex = 12;
 
@@ -660,6 +667,286 @@ TEST_F(Editors, FileChoosersFillTheFileFieldAndCancelLeavesIt) {
                       });
   }
   DeleteFileW(existing.c_str());
+}
+
+// ---- conditions: built in the Data Loop and Filter Data editors, then run ----
+
+// A semicolon-separated table the conditions below are run on.
+constexpr char kConditionRows[] = "10;\"a,\"\"b\"\"\";y\r\n20;A,B;Y\r\n31;a-b;y\r\n40;a,b;yy\r\n51;a,b;y\r\n";
+constexpr wchar_t kConditionRowsFile[] = L"editors_condition_rows.csv";
+// A pattern with a comma and a quote, a case-sensitive substring, and a
+// column that is a variable reference (the task sets col=1).
+const ConditionFields kPattern{u"2", u"a,\"?b", false, true};
+const ConditionFields kSubstring{u"3", u"y", true, false};
+const ConditionFields kVariableColumn{u"{col}", u"0", false, false};
+const ConditionFields kDash{u"2", u"^a-", false, true};
+
+// The conditions list of an editor's "General" page.
+HWND ConditionsList(HWND dialog) { return FindWindowExW(dialog, nullptr, WC_LISTVIEWW, nullptr); }
+
+std::vector<std::wstring> RowOf(HWND list, int row) {
+  std::vector<std::wstring> texts;
+  for (int c = 0; c < 4; ++c) {
+    wchar_t text[256] = {};
+    LVITEMW item{};
+    item.iSubItem = c;
+    item.pszText = text;
+    item.cchTextMax = 256;
+    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+    texts.emplace_back(text);
+  }
+  return texts;
+}
+
+std::vector<std::wstring> ShownRow(const ConditionFields& condition) {
+  std::vector<std::wstring> texts;
+  for (const auto& text : ConditionList::RowTexts(condition)) texts.push_back(Wide(text));
+  return texts;
+}
+
+// Fills the condition dialog of `caption` with `fields` and confirms it; its
+// label follows the regular-expression box.
+void FillCondition(const std::wstring& caption, const ConditionFields& fields, const std::string& shot = {}) {
+  HWND e = test::WaitForWindow(caption);
+  ASSERT_TRUE(e);
+  if (!shot.empty()) test::Screenshot(e, ScreenshotPath(shot));
+  HWND regex = ByCaption(e, Wide(ConditionEditor::kUseRegex));
+  HWND caseBox = ByCaption(e, Wide(ConditionEditor::kCaseSensitive));
+  test::Type(Labelled(e, ConditionEditor::kColumnLabel), Wide(fields.column));
+  if (test::IsChecked(regex) != fields.regex) test::Click(regex);
+  if (test::IsChecked(caseBox) != fields.caseSensitive) test::Click(caseBox);
+  const auto label = fields.regex ? ConditionEditor::kPatternLabel : ConditionEditor::kTextLabel;
+  test::Type(Labelled(e, label), Wide(fields.expression));
+  test::Press(e, VK_RETURN);
+  EXPECT_TRUE(test::WaitUntilClosed(e));
+}
+
+// The transcript qmhost prints for a task of the steps given, run on the
+// rows file with col=1.
+std::vector<std::string> RunSteps(const std::string& steps) {
+  {
+    std::ofstream rows(std::filesystem::path(kConditionRowsFile), std::ios::binary);
+    rows << kConditionRows;
+    std::ofstream task("editors_conditions.qmt", std::ios::binary);
+    task << "[set-variable]\nname=col\nvalue=1\n\n" << steps;
+  }
+  SECURITY_ATTRIBUTES inherit{sizeof inherit, nullptr, TRUE};
+  HANDLE out = CreateFileW(L"editors_conditions.out", GENERIC_WRITE, FILE_SHARE_READ, &inherit, CREATE_ALWAYS,
+                           FILE_ATTRIBUTE_NORMAL, nullptr);
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  startup.dwFlags = STARTF_USESTDHANDLES;
+  startup.hStdOutput = startup.hStdError = out;
+  PROCESS_INFORMATION process{};
+  std::wstring command = L"qmhost.exe run editors_conditions.qmt";
+  if (CreateProcessW(L"qmhost.exe", command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process)) {
+    WaitForSingleObject(process.hProcess, 30000);
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+  } else {
+    ADD_FAILURE() << "qmhost.exe did not start";
+  }
+  CloseHandle(out);
+  std::vector<std::string> lines;
+  {
+    std::ifstream transcript("editors_conditions.out");
+    for (std::string line; std::getline(transcript, line);) {
+      if (!line.empty() && line.back() == '\r') line.pop_back();
+      lines.push_back(line);
+    }
+  }
+  for (const char* file : {"editors_conditions.qmt", "editors_conditions.out", "editors_condition_rows.csv"}) {
+    std::filesystem::remove(file);
+  }
+  return lines;
+}
+
+// A block's lines as the lines of a task file's step.
+std::string StepLines(const std::u16string& block) {
+  std::string text = Utf16ToUtf8(block);
+  std::string lines;
+  for (char c : text)
+    if (c != '\r') lines += c;
+  return lines;
+}
+
+// The transcript's "set" lines of variable `name`, their values as qmhost quotes them.
+std::vector<std::string> SetValues(const std::vector<std::string>& transcript, const std::string& name) {
+  std::vector<std::string> values;
+  const std::string prefix = "  set \"" + name + "\" = ";
+  for (const auto& line : transcript) {
+    if (line.rfind(prefix, 0) == 0) values.push_back(line.substr(prefix.size()));
+  }
+  return values;
+}
+
+// The conditions dialog's source: the rows file.
+void ChooseRowsFile(HWND w) {
+  test::SelectTab(w, 1);
+  test::Click(ByCaption(w, Wide(SourceFrame::kSourceItems[1])));
+  test::Type(Labelled(w, SourceFrame::kFileNameLabel), kConditionRowsFile);
+}
+
+// Three conditions built through the Data Loop editor (button, Insert key and
+// the "{V}" button; Ctrl+Enter and double-click editing, Delete removing,
+// the beeps with nothing selected), the returned block reopened, then run:
+// the loop visits the rows that pass all three.
+TEST_F(Editors, DataLoopBuildsItsConditionsAndTheLoopVisitsTheRowsTheyPass) {
+  const auto& buttons = DataLoopEditor::kCommandCaptions;
+  auto set = [](DataLoopEditor& m) {
+    m.rowNumberVar = u"n";
+    m.rowVar = u"row";
+    m.conditions.conditions = {kPattern, kSubstring, kVariableColumn};
+    m.pages.source.source = CsvSource::File;
+    m.pages.source.fileName = Utf16(kConditionRowsFile);
+  };
+  for (int scale : {100, 150}) {
+    DeleteFileW(ui::PlacementStorePath().c_str());  // the columns as built at this scale
+    PluginUnderTest::SetScale(scale);
+    PluginUnderTest::SetPickedVariable(u"{col}");
+    const std::string shot = "data_loop_" + std::to_string(scale);
+    std::optional<std::u16string> written;
+    test::DriveDialog([&] { written = Plugin().Configure(kDataLoopIndex, u""); }, [&] {
+      HWND w = test::WaitForWindow(Wide(DataLoopEditor::kCaption));
+      ASSERT_TRUE(w);
+      HWND list = ConditionsList(w);
+      ShootPages(w, shot, 2);
+      test::Click(ByCaption(w, L"OK"));
+      EXPECT_EQ(test::LastBeep(w), static_cast<int>(MB_ICONEXCLAMATION));
+      EXPECT_EQ(test::BalloonText(w), CheckMessage<DataLoopEditor>());
+      test::Type(Labelled(w, DataLoopEditor::kRowNumberLabel), L"n");
+      test::Type(Labelled(w, DataLoopEditor::kRowLabel), L"row");
+
+      test::ClickLater(ByCaption(w, Wide(buttons[0])));
+      FillCondition(L"Add condition", kPattern, shot + "_condition_add");
+      // Insert adds; the substring first goes in wrong and is edited below.
+      test::Focus(list);
+      test::Press(w, VK_INSERT);
+      FillCondition(L"Add condition", {u"3", u"q", false, false});
+      // The variable column through "{V}" at the column field's caret.
+      test::ClickLater(ByCaption(w, Wide(buttons[0])));
+      HWND e = test::WaitForWindow(L"Add condition");
+      ASSERT_TRUE(e);
+      HWND column = Labelled(e, ConditionEditor::kColumnLabel);
+      test::Focus(column);
+      test::Click(ByCaption(e, L"{V}"));
+      EXPECT_EQ(test::Text(column), L"{col}");
+      test::Type(Labelled(e, ConditionEditor::kTextLabel), L"0");
+      test::Click(ByCaption(e, L"OK"));
+      EXPECT_TRUE(test::WaitUntilClosed(e));
+      ASSERT_EQ(ListView_GetItemCount(list), 3);
+
+      // Nothing selected: Delete and Ctrl+Enter only beep.
+      test::SelectItem(list, -1);
+      test::Focus(list);
+      for (const bool ctrl : {false, true}) {
+        RemovePropW(w, L"qmcsv.lastBeep");
+        test::Press(w, ctrl ? VK_RETURN : VK_DELETE, ctrl);
+        EXPECT_EQ(test::LastBeep(w), static_cast<int>(MB_OK)) << ctrl;
+      }
+      EXPECT_FALSE(FindWindowW(nullptr, L"Edit condition"));
+      EXPECT_TRUE(IsWindowVisible(w));  // Ctrl+Enter is not the OK button
+      EXPECT_EQ(ListView_GetItemCount(list), 3);
+      // Ctrl+Enter edits the selected row.
+      test::SelectItem(list, 1);
+      test::Press(w, VK_RETURN, true);
+      FillCondition(L"Edit condition", kSubstring, shot + "_condition_edit");
+      // A double-click opens a pattern's editor with the pattern's label; Cancel keeps it.
+      test::DoubleClickItemLater(list, 0);
+      e = test::WaitForWindow(L"Edit condition");
+      ASSERT_TRUE(e);
+      EXPECT_EQ(test::Text(Labelled(e, ConditionEditor::kPatternLabel)), Wide(kPattern.expression));
+      test::Click(ByCaption(e, L"Cancel"));
+      EXPECT_TRUE(test::WaitUntilClosed(e));
+      // Delete removes the selected row without asking.
+      test::ClickLater(ByCaption(w, Wide(buttons[0])));
+      FillCondition(L"Add condition", {u"9", u"gone", false, false});
+      test::SelectItem(list, 3);
+      test::Focus(list);
+      test::Press(w, VK_DELETE);
+      ASSERT_EQ(ListView_GetItemCount(list), 3);
+      EXPECT_EQ(RowOf(list, 0), ShownRow(kPattern));
+      EXPECT_EQ(RowOf(list, 1), ShownRow(kSubstring));
+      EXPECT_EQ(RowOf(list, 2), ShownRow(kVariableColumn));
+
+      ChooseRowsFile(w);
+      ShootPages(w, shot + "_file", 3);
+      test::Click(ByCaption(w, L"OK"));
+      EXPECT_TRUE(test::WaitUntilClosed(w));
+    });
+    ASSERT_TRUE(written) << scale;
+    EXPECT_EQ(*written, ModelBlock<DataLoopEditor>(set)) << scale;
+  }
+  PluginUnderTest::SetScale(100);
+  const std::u16string block = ModelBlock<DataLoopEditor>(set);
+
+  // Reopened, the editor shows the conditions as they were entered.
+  test::DriveDialog([&] { EXPECT_FALSE(Plugin().Configure(kDataLoopIndex, block)); }, [&] {
+    HWND w = test::WaitForWindow(Wide(DataLoopEditor::kCaption));
+    ASSERT_TRUE(w);
+    HWND list = ConditionsList(w);
+    ASSERT_EQ(ListView_GetItemCount(list), 3);
+    EXPECT_EQ(RowOf(list, 0), ShownRow(kPattern));
+    EXPECT_EQ(RowOf(list, 1), ShownRow(kSubstring));
+    EXPECT_EQ(RowOf(list, 2), ShownRow(kVariableColumn));
+    test::Click(ByCaption(w, L"Cancel"));
+    EXPECT_TRUE(test::WaitUntilClosed(w));
+  });
+
+  // Rows 1 and 4 pass all three; row 2 fails the case, 3 the pattern, 5 the column from {col}.
+  const auto transcript = RunSteps("[A_CSV_LOOP]\n" + StepLines(block) + "\n[end-loop]\n");
+  EXPECT_EQ(SetValues(transcript, "n"), (std::vector<std::string>{"\"1\"", "\"4\""}));
+  EXPECT_EQ(SetValues(transcript, "row"),
+            (std::vector<std::string>{R"("10,\"a,\"\"b\"\"\",y")", R"("40,\"a,b\",yy")"}));
+}
+
+// The Filter Data editor refuses an empty list, builds two conditions in OR
+// mode that delete the rows either matches, and the step leaves the others.
+TEST_F(Editors, FilterDataBuildsItsConditionsAndTheStepDeletesTheRowsTheyMatch) {
+  const auto& buttons = FilterDataEditor::kCommandCaptions;
+  auto set = [](FilterDataEditor& m) {
+    m.deleteMatching = true;
+    m.conditions.orMode = true;
+    m.conditions.conditions = {kVariableColumn, kDash};
+    m.pages.source.source = CsvSource::File;
+    m.pages.source.fileName = Utf16(kConditionRowsFile);
+  };
+  std::u16string block;
+  for (int scale : {100, 150}) {
+    DeleteFileW(ui::PlacementStorePath().c_str());  // the columns as built at this scale
+    PluginUnderTest::SetScale(scale);
+    const std::string shot = "filter_data_" + std::to_string(scale);
+    std::optional<std::u16string> written;
+    test::DriveDialog([&] { written = Plugin().Configure(kFilterDataIndex, u""); }, [&] {
+      HWND w = test::WaitForWindow(Wide(FilterDataEditor::kCaption));
+      ASSERT_TRUE(w);
+      HWND list = ConditionsList(w);
+      ShootPages(w, shot, 2);
+      test::Click(ByCaption(w, L"OK"));
+      EXPECT_EQ(test::BalloonText(w), CheckMessage<FilterDataEditor>());
+      test::Click(ByCaption(w, Wide(FilterDataEditor::kDeleteItems[1])));
+      HWND mode = GetWindow(ByCaption(w, Wide(FilterDataEditor::kFilterGroup)), GW_HWNDNEXT);
+      test::Choose(mode, 1);
+      test::ClickLater(ByCaption(w, Wide(buttons[0])));
+      FillCondition(L"Add condition", kVariableColumn);
+      test::Focus(list);
+      test::Press(w, VK_INSERT);
+      FillCondition(L"Add condition", kDash);
+      ASSERT_EQ(ListView_GetItemCount(list), 2);
+      ChooseRowsFile(w);
+      ShootPages(w, shot + "_file", 3);
+      test::Click(ByCaption(w, L"OK"));
+      EXPECT_TRUE(test::WaitUntilClosed(w));
+    });
+    ASSERT_TRUE(written) << scale;
+    block = ModelBlock<FilterDataEditor>(set);
+    EXPECT_EQ(*written, block) << scale;
+  }
+  PluginUnderTest::SetScale(100);
+  // Deleted: rows 1, 2 and 4 (a 0 in column 1) and 3 (the pattern); left: 5.
+  const auto transcript = RunSteps("[A_CSV_FILTER]\n" + StepLines(block) +
+                                   "\n[A_CSV_SAVE]\nsavetovariable=1\nsavevariable=out\n");
+  EXPECT_EQ(SetValues(transcript, "out"), (std::vector<std::string>{R"("51;a,b;y\r\n")"}));
 }
 
 }  // namespace

@@ -1,0 +1,26 @@
+#include "dialogs/filter_data_editor.h"
+
+#include "boundary/param_parser.h"
+#include "core/messages.h"
+
+namespace qm {
+
+void FilterDataEditor::Load(const TQMParamParser& block) {
+  deleteMatching = block.GetBool(u"reversemode");
+  conditions.Load(block);
+  pages.Load(block);
+}
+
+void FilterDataEditor::Save(TQMParamParser& block) const {
+  block.Clear();
+  block.SetBool(u"reversemode", deleteMatching);
+  conditions.Save(block);
+  pages.Save(block);
+}
+
+CheckResult<FilterDataEditor::Control> FilterDataEditor::Check() const {
+  if (conditions.conditions.empty()) return Fail(Control{FilterDataControl::List}, msg::kListEmpty);
+  return pages.Check<Control>();
+}
+
+}  // namespace qm

@@ -1,0 +1,31 @@
+#include "task/condition_text.h"
+
+#include <vector>
+
+#include "core/convert.h"
+#include "core/delimited_text.h"
+
+namespace qm {
+
+std::u16string ConditionKey(int32_t index) {
+  // Eight digits of the 32-bit value, as the stored keys have always been written.
+  return u"condition" + IntToHex(static_cast<uint32_t>(index), 8);
+}
+
+ConditionFields SplitCondition(std::u16string_view line) {
+  std::vector<std::u16string> cells = SplitDelimited(line, kCommaText);
+  cells.resize(4);
+  ConditionFields fields;
+  fields.column = std::move(cells[0]);
+  fields.expression = std::move(cells[1]);
+  fields.caseSensitive = StrToIntDef(cells[2], 0) != 0;
+  fields.regex = StrToIntDef(cells[3], 0) != 0;
+  return fields;
+}
+
+std::u16string JoinCondition(const ConditionFields& fields) {
+  return JoinDelimited({fields.column, fields.expression, fields.caseSensitive ? u"1" : u"0", fields.regex ? u"1" : u"0"},
+                       kCommaText);
+}
+
+}  // namespace qm

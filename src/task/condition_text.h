@@ -1,0 +1,38 @@
+// The stored text of a step's record conditions, which the loop and filter
+// actions read and their editors write: one comma-text line per condition
+// ("2,\"New York\",0,0": column from 1, expression, case-sensitive flag,
+// regular-expression flag) under the keys condition00000000,
+// condition00000001..., with their count and the AND/OR mode.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace qm {
+
+// Parameter keys of a condition list.
+inline constexpr std::u16string_view kConditionModeKey = u"conditionmode";
+inline constexpr std::u16string_view kConditionsCountKey = u"conditionscount";
+
+// The key of the stored condition at a zero-based index: "condition" and the
+// index in 8 upper-case hexadecimal digits (index 10 is condition0000000A).
+std::u16string ConditionKey(int32_t index);
+
+// The four fields of a stored condition line as the editors show them: the
+// column and the expression as stored, the flags read as non-zero integers.
+struct ConditionFields {
+  std::u16string column;
+  std::u16string expression;
+  bool caseSensitive = false;
+  bool regex = false;
+  bool operator==(const ConditionFields&) const = default;
+};
+
+// Splits a stored line by the comma-text rules; missing fields are empty,
+// fields after the fourth are ignored, a flag that is not an integer is false.
+ConditionFields SplitCondition(std::u16string_view line);
+// The stored line of a condition, the flags written as "1" or "0".
+std::u16string JoinCondition(const ConditionFields& fields);
+
+}  // namespace qm
