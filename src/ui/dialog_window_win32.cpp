@@ -139,6 +139,23 @@ INT_PTR DialogWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       SetTextColor(dc, GetSysColor(IsWindowEnabled(control) ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
       return reinterpret_cast<INT_PTR>(GetSysColorBrush(ControlBackground(control)));
     }
+    case WM_ERASEBKGND: {
+      // Themed group boxes have their parent, this dialog, paint what lies
+      // behind their caption: on a page that is the page's colour.
+      const auto dc = reinterpret_cast<HDC>(wParam);
+      RECT client;
+      GetClientRect(window_, &client);
+      FillRect(dc, &client, GetSysColorBrush(COLOR_BTNFACE));
+      if (tabs_) {
+        RECT body;
+        GetWindowRect(tabs_, &body);
+        MapWindowPoints(nullptr, window_, reinterpret_cast<POINT*>(&body), 2);
+        TabCtrl_AdjustRect(tabs_, FALSE, &body);
+        FillRect(dc, &body, GetSysColorBrush(COLOR_WINDOW));
+      }
+      SetWindowLongPtrW(window_, DWLP_MSGRESULT, TRUE);
+      return TRUE;
+    }
     case WM_SIZE:
       Relayout();
       return TRUE;
