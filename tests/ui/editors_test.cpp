@@ -565,6 +565,15 @@ TEST_F(Editors, KeyboardReachesEveryPageAndControlInOrder) {
       {kRemoveDuplicatesIndex, L"CSV Remove Duplicates", file,
        {{L"Case sensitive", L"Save number of deleted rows to variable:"}, kSource, kFormat}},
       {kSaveDataIndex, L"CSV Save Data", u"notchangeformat=0\r\n", {kTarget, kFormat}},
+      {kDataLoopIndex, L"CSV Data Loop", file,
+       {{L"Save row number to variable:", L"Save current row to a variable:", L"Save format:", L"Filter Options",
+         L"", L"Add...", L"Edit...", L"Remove"},
+        kSource,
+        kFormat}},
+      {kFilterDataIndex, L"CSV Filter Data", file,
+       {{L"...don't match filters", L"...match filters", L"Filter options", L"", L"Add ...", L"Edit ...", L"Remove"},
+        kSource,
+        kFormat}},
   };
   for (const auto& c : cases) {
     test::DriveDialog([&] { Plugin().Configure(c.index, c.block); },
