@@ -37,12 +37,19 @@ class LineSplitter {
     uint32_t* ends = ends_.Reserve(std::max(line.size() + 1, minimumCells));
     return SplitLineInto(line, format_, text, ends);
   }
-  // A record of the last split in `arena`, padded with empty cells to `fieldCount`.
+  // A record of the last split in `arena`, padded with empty cells to
+  // `fieldCount`. The split is used up: a large one's scratch is given back.
   Record MakeRecord(size_t count, size_t fieldCount, RecordArena& arena) {
     uint32_t* ends = ends_.data();
     const uint32_t length = count ? ends[count - 1] : 0;
     for (; count < fieldCount; ++count) ends[count] = length;
-    return Record::InArena(arena, std::u16string_view(text_.data(), length), std::span<const uint32_t>(ends, count));
+    return Record::InArena(arena, std::u16string_view(text_.data(), length), std::span<const uint32_t>(ends, count),
+                           true);
+  }
+  // The same on the heap, unpadded (a header line's names).
+  Record MakeHeapRecord(size_t count) {
+    const uint32_t length = count ? ends_.data()[count - 1] : 0;
+    return Record(std::u16string_view(text_.data(), length), std::span<const uint32_t>(ends_.data(), count), true);
   }
   // Room for a split done elsewhere.
   char16_t* TextRoom(size_t units) { return text_.Reserve(units); }

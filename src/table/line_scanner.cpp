@@ -4,6 +4,7 @@
 
 #include "core/simd_scan.h"
 #include "core/utf.h"
+#include "platform/large_blocks.h"
 
 namespace qm {
 
@@ -206,8 +207,27 @@ inline void WidenAscii(const uint8_t* p, size_t n, char16_t* o) {
 
 }  // namespace
 
+namespace {
+
+// Gives back the pages of a long line's bytes that lie well behind `s`: a
+// look goes back up to 63 bytes, never further.
+struct ReadBytesDrop {
+  static constexpr ptrdiff_t kStep = ptrdiff_t{1} << 20;
+  static constexpr ptrdiff_t kBehind = 256;
+  const uint8_t* kept;  // nothing before it is read again
+  bool on;
+  void Behind(const uint8_t* s) noexcept {
+    if (on && s - kept >= kStep + kBehind) {
+      DiscardPages(const_cast<uint8_t*>(kept), static_cast<size_t>(s - kBehind - kept));
+      kept = s - kBehind;
+    }
+  }
+};
+
+}  // namespace
+
 size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& f, char16_t* text, uint32_t* ends,
-                     const char*& stop, Utf8LookAhead& look) {
+                     const char*& stop, Utf8LookAhead& look, bool dropRead) {
   const auto* line = reinterpret_cast<const uint8_t*>(bytes);
   const auto* s = line;
   const auto* end = reinterpret_cast<const uint8_t*>(endBytes);
@@ -216,6 +236,7 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
   char16_t* o = text;
   uint32_t* e = ends;
   bool continued = false;  // the cell at hand began before `s`
+  ReadBytesDrop drop{line, dropRead};
 #if defined(__SSE2__)
   const __m128i vd = _mm_set1_epi8(static_cast<char>(delimiter));
   const __m128i vq = _mm_set1_epi8(static_cast<char>(quote));
@@ -299,6 +320,7 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
       }
       continued = cellStart != static_cast<int>(from);
       s += from;
+      drop.Behind(s);
     }
 #endif
     if (!continued && (s >= end || IsByteLineEnd(*s))) {
@@ -307,6 +329,7 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
       break;
     }
     SplitCellUtf8(s, end, delimiter, quote, continued, o, text, e);
+    drop.Behind(s);
     continued = false;
     if (s >= end || IsByteLineEnd(*s)) break;
   }

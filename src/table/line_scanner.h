@@ -37,9 +37,12 @@ struct Utf8LookAhead {
 // or `end`; `stop` is set to that place. `text` needs room for
 // (end - bytes) + 16 units and `ends` for (end - bytes) + 2 entries. Returns
 // the number of cells. Each call with the same text, format and `end`
-// passes the same `look`.
+// passes the same `look`. With `dropRead` the pages of the line's bytes
+// already split are given back on the way, so a line of hundreds of
+// megabytes and its cells never sit in memory whole side by side; those
+// bytes are undefined afterwards.
 size_t SplitUtf8Line(const char* bytes, const char* end, const TextFormat& format, char16_t* text, uint32_t* ends,
-                     const char*& stop, Utf8LookAhead& look);
+                     const char*& stop, Utf8LookAhead& look, bool dropRead = false);
 
 // Appends the record joined as JoinDelimited joins it.
 void AppendJoinedRecord(const Record& record, const TextFormat& format, std::u16string& out);
