@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "platform/large_blocks.h"
+
 namespace qm {
 
 namespace {
@@ -26,7 +28,15 @@ bool FileLines::Next(std::u16string_view& line) {
 
 bool FileLines::NextData(const SkipRules& rules, LineSplitter& splitter, size_t minCells, bool& skipped,
                          size_t& count) {
-  if (!direct_) return CsvLineSource::NextData(rules, splitter, minCells, skipped, count);
+  if (!direct_) {
+    // The decoded piece is this source's own scratch: a long line's text is
+    // given back while it is split.
+    std::u16string_view line;
+    if (!Next(line)) return false;
+    skipped = rules.Skips(line);
+    if (!skipped) count = splitter.Split(line, minCells, line.size() >= kDropLinesAbove / 2);
+    return true;
+  }
   for (;;) {
     if (pos_ < pieceEnd_) {
       const char* bytes = bytes_.data();
@@ -185,6 +195,8 @@ void FileLines::LoadPiece() {
     char16_t* text = text_.Reserve(MaxDecodedUnits(encoding_, cut - start));
     const size_t units = DecodeInto(encoding_, bytes + start, cut - start, text);
     cursor_ = TextLineCursor(text, text + units);
+    // The piece's bytes are not read again.
+    if (cut >= kDropLinesAbove) DiscardPages(bytes, cut);
   }
   consumed_ = cut;
   finished_ = end && held_ == cut;

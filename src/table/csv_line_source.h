@@ -31,11 +31,12 @@ class LineSplitter {
  public:
   explicit LineSplitter(const TextFormat& format) : format_(format) {}
 
-  // Splits the line; its cells are then Cell(0) to Cell(count - 1).
-  size_t Split(std::u16string_view line, size_t minimumCells) {
+  // Splits the line; its cells are then Cell(0) to Cell(count - 1). With
+  // `dropLine` the line is scratch that the split may give back.
+  size_t Split(std::u16string_view line, size_t minimumCells, bool dropLine = false) {
     char16_t* text = text_.Reserve(line.size() + 1);
     uint32_t* ends = ends_.Reserve(std::max(line.size() + 1, minimumCells));
-    return SplitLineInto(line, format_, text, ends);
+    return SplitLineInto(line, format_, text, ends, dropLine);
   }
   // A record of the last split in `arena`, padded with empty cells to
   // `fieldCount`. The split is used up: a large one's scratch is given back.

@@ -17,7 +17,10 @@ namespace qm {
 // Splits `line` as SplitDelimited does, writing the cells back to back into
 // `text` and their end offsets into `ends`. `text` needs room for line.size()
 // units and `ends` for line.size() + 1 entries. Returns the number of cells.
-size_t SplitLineInto(std::u16string_view line, const TextFormat& format, char16_t* text, uint32_t* ends);
+// With `dropRead` the line is scratch: the pages of its text already split
+// are given back on the way and hold anything afterwards.
+size_t SplitLineInto(std::u16string_view line, const TextFormat& format, char16_t* text, uint32_t* ends,
+                     bool dropRead = false);
 
 // True when SplitUtf8Line can split lines in this format: strict, with a
 // delimiter and quote character (or none) below 0x80 that are no line break.
