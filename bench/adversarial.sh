@@ -122,9 +122,14 @@ task() { cat > "$work/$1.qmt"; }
 } | task linecount-max
 {
   text_open "a;b"
-  printf '[A_CSV_MERGE]\nsource=1\nfilename=%s\nencoding=2\n\n' "$work/wide-300000.csv"
+  printf '[A_CSV_MERGE]\nsource=1\nfilename=%s\nencoding=2\najustcolumns=1\n\n' "$work/wide-300000.csv"
   info
-} | task merge-300000-columns
+} | task merge-300000-fewer
+{
+  open_file wide-300000.csv 2
+  printf '[A_CSV_MERGE]\nsource=2\nlinecount=1\nline00000000=a;b\najustcolumns=1\n\n'
+  info
+} | task merge-300000-more
 {
   text_open "a;b" "c;d"
   printf '[A_CSV_SAVE]\nsavetofile=1\ntargetfilename=%s\ndelimiter=4\notherchar=\nnotchangeformat=0\n\n' "$work/delim0.csv"
@@ -138,7 +143,7 @@ task() { cat > "$work/$1.qmt"; }
 
 all=(empty bom-only invalid-utf8 lone-surrogates random-bytes missing-file folder million-columns cell-100mb
   line-200mb line-200mb-header first-line-32765 zeros-256mb regex-backtrack write-cells-30000 conditions-30000
-  text-30000-lines linecount-max merge-300000-columns save-delimiter-0 read-only-target)
+  text-30000-lines linecount-max merge-300000-fewer merge-300000-more save-delimiter-0 read-only-target)
 native_only=" read-only-target "
 names=("$@")
 ((${#names[@]})) || names=("${all[@]}")
