@@ -27,7 +27,7 @@ export WINEPREFIX=${WINEPREFIX:-$root/build/win64/wineprefix} WINEDEBUG=-all WIN
 wine_ok=0
 if [[ -x $win ]] && command -v wine >/dev/null && [[ -d $WINEPREFIX ]]; then
   wine_ok=1
-  wineserver -p 2>/dev/null  # kept running, so each task's time is not the server's start
+  wineserver -p5 2>/dev/null  # kept 5 s past its last client, so no task times the server start
 fi
 
 # ---- inputs -------------------------------------------------------------------
