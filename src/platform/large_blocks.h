@@ -11,5 +11,9 @@ namespace qm {
 void* AllocateLargeBlock(size_t bytes);
 // Returns a block with the size it was allocated with.
 void FreeLargeBlock(void* block, size_t bytes) noexcept;
+// Gives the system back the memory of the whole pages within [begin, begin +
+// bytes) of any block, which stays usable: those pages' contents become
+// undefined. For scratch memory that is already used up.
+void DiscardPages(void* begin, size_t bytes) noexcept;
 
 }  // namespace qm

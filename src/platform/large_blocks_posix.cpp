@@ -1,5 +1,7 @@
 #include <sys/mman.h>
+#include <unistd.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <new>
 
@@ -28,5 +30,13 @@ void* AllocateLargeBlock(size_t bytes) {
 }
 
 void FreeLargeBlock(void* block, size_t) noexcept { std::free(block); }
+
+void DiscardPages(void* begin, size_t bytes) noexcept {
+  const auto page = static_cast<uintptr_t>(sysconf(_SC_PAGESIZE));
+  const uintptr_t first = (reinterpret_cast<uintptr_t>(begin) + page - 1) & ~(page - 1);
+  const uintptr_t last = (reinterpret_cast<uintptr_t>(begin) + bytes) & ~(page - 1);
+  // The pages read as zero afterwards; a failure only keeps the memory.
+  if (last > first) madvise(reinterpret_cast<void*>(first), last - first, MADV_DONTNEED);
+}
 
 }  // namespace qm

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "platform/large_blocks.h"
+
 namespace qm {
 
 namespace {
@@ -10,6 +12,9 @@ namespace {
 // Bytes read and decoded at a time: the table is built while the file
 // streams in, so the whole decoded text never sits in memory beside it.
 constexpr size_t kReadChunk = size_t{1} << 18;
+// Pieces this large hold a very long line, whose bytes are given back while
+// it is split.
+constexpr size_t kDropLinesAbove = size_t{8} << 20;
 
 }  // namespace
 
@@ -23,7 +28,15 @@ bool FileLines::Next(std::u16string_view& line) {
 
 bool FileLines::NextData(const SkipRules& rules, LineSplitter& splitter, size_t minCells, bool& skipped,
                          size_t& count) {
-  if (!direct_) return CsvLineSource::NextData(rules, splitter, minCells, skipped, count);
+  if (!direct_) {
+    // The decoded piece is this source's own scratch: a long line's text is
+    // given back while it is split.
+    std::u16string_view line;
+    if (!Next(line)) return false;
+    skipped = rules.Skips(line);
+    if (!skipped) count = splitter.Split(line, minCells, line.size() >= kDropLinesAbove / 2);
+    return true;
+  }
   for (;;) {
     if (pos_ < pieceEnd_) {
       const char* bytes = bytes_.data();
@@ -31,8 +44,11 @@ bool FileLines::NextData(const SkipRules& rules, LineSplitter& splitter, size_t 
       const char* end = bytes + pieceEnd_;
       const size_t room = static_cast<size_t>(end - line);
       const char* stop = nullptr;
+      // The rules look at the line first: the bytes of a long line are
+      // given back while it is split.
+      skipped = SkipsBytes(rules, line, end);
       count = SplitUtf8Line(line, end, splitter.Format(), splitter.TextRoom(room + 16),
-                            splitter.EndsRoom(std::max(room + 2, minCells)), stop, look_);
+                            splitter.EndsRoom(std::max(room + 2, minCells)), stop, look_, room >= kDropLinesAbove);
       if (stop < end && *stop == 0) {
         // A character 0 ends the text; a line cut short by it still counts.
         ended_ = true;
@@ -41,7 +57,6 @@ bool FileLines::NextData(const SkipRules& rules, LineSplitter& splitter, size_t 
       } else {
         pos_ = StepOverBreak(stop, end);
       }
-      skipped = SkipsBytes(rules, line, stop);
       return true;
     }
     if (finished_ || ended_) return false;
@@ -56,14 +71,16 @@ size_t FileLines::StepOverBreak(const char* stop, const char* end) const {
   return static_cast<size_t>(stop + 1 - bytes);
 }
 
-bool FileLines::SkipsBytes(const SkipRules& rules, const char* line, const char* stop) {
+bool FileLines::SkipsBytes(const SkipRules& rules, const char* line, const char* end) {
+  auto lineEnd = [](char c) { return c == '\n' || c == '\r' || c == 0; };
   if (rules.blank) {
     const char* p = line;
-    while (p < stop && static_cast<unsigned char>(*p) <= 32) ++p;
-    if (p == stop) return true;
+    while (p < end && static_cast<unsigned char>(*p) <= 32 && !lineEnd(*p)) ++p;
+    if (p == end || lineEnd(*p)) return true;
   }
   if (rules.comment.empty()) return false;
-  const size_t take = std::min(static_cast<size_t>(stop - line), 4 * rules.comment.size() + 4);
+  size_t take = std::min(static_cast<size_t>(end - line), 4 * rules.comment.size() + 4);
+  take = static_cast<size_t>(std::find_if(line, line + take, lineEnd) - line);
   char16_t* text = lineText_.Reserve(take + 1);
   const size_t units = DecodeInto(TextEncoding::UTF8, line, take, text);
   return std::u16string_view(text, units).substr(0, rules.comment.size()) == rules.comment;
@@ -178,6 +195,8 @@ void FileLines::LoadPiece() {
     char16_t* text = text_.Reserve(MaxDecodedUnits(encoding_, cut - start));
     const size_t units = DecodeInto(encoding_, bytes + start, cut - start, text);
     cursor_ = TextLineCursor(text, text + units);
+    // The piece's bytes are not read again.
+    if (cut >= kDropLinesAbove) DiscardPages(bytes, cut);
   }
   consumed_ = cut;
   finished_ = end && held_ == cut;

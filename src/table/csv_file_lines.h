@@ -38,9 +38,10 @@ class FileLines final : public CsvLineSource {
  private:
   size_t StepOverBreak(const char* stop, const char* end) const;
 
-  // The skip rules on a line still in UTF-8: a blank line has bytes of 0 to
-  // 32 only; the comment prefix is compared with the line's decoded start.
-  bool SkipsBytes(const SkipRules& rules, const char* line, const char* stop);
+  // The skip rules on the line at `line`, still in UTF-8 (it ends at CR, LF,
+  // a byte 0 or `end`): a blank line has bytes of 1 to 32 only; the comment
+  // prefix is compared with the line's decoded start.
+  bool SkipsBytes(const SkipRules& rules, const char* line, const char* end);
 
   // The next line decoded on its own (UTF-8 read straight from the bytes).
   bool NextRawLine(std::u16string_view& line);

@@ -31,18 +31,26 @@ class LineSplitter {
  public:
   explicit LineSplitter(const TextFormat& format) : format_(format) {}
 
-  // Splits the line; its cells are then Cell(0) to Cell(count - 1).
-  size_t Split(std::u16string_view line, size_t minimumCells) {
+  // Splits the line; its cells are then Cell(0) to Cell(count - 1). With
+  // `dropLine` the line is scratch that the split may give back.
+  size_t Split(std::u16string_view line, size_t minimumCells, bool dropLine = false) {
     char16_t* text = text_.Reserve(line.size() + 1);
     uint32_t* ends = ends_.Reserve(std::max(line.size() + 1, minimumCells));
-    return SplitLineInto(line, format_, text, ends);
+    return SplitLineInto(line, format_, text, ends, dropLine);
   }
-  // A record of the last split in `arena`, padded with empty cells to `fieldCount`.
+  // A record of the last split in `arena`, padded with empty cells to
+  // `fieldCount`. The split is used up: a large one's scratch is given back.
   Record MakeRecord(size_t count, size_t fieldCount, RecordArena& arena) {
     uint32_t* ends = ends_.data();
     const uint32_t length = count ? ends[count - 1] : 0;
     for (; count < fieldCount; ++count) ends[count] = length;
-    return Record::InArena(arena, std::u16string_view(text_.data(), length), std::span<const uint32_t>(ends, count));
+    return Record::InArena(arena, std::u16string_view(text_.data(), length), std::span<const uint32_t>(ends, count),
+                           true);
+  }
+  // The same on the heap, unpadded (a header line's names).
+  Record MakeHeapRecord(size_t count) {
+    const uint32_t length = count ? ends_.data()[count - 1] : 0;
+    return Record(std::u16string_view(text_.data(), length), std::span<const uint32_t>(ends_.data(), count), true);
   }
   // Room for a split done elsewhere.
   char16_t* TextRoom(size_t units) { return text_.Reserve(units); }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <string>
 
-#include "core/convert.h"
 #include "core/errors.h"
 #include "core/messages.h"
 
@@ -24,34 +23,35 @@ void ReadCsv(CsvLineSource& source, const CsvReadRules& read, TMemoryStrDataStor
     ~ReleaseUnused() { storage.ReleaseUnusedMemory(); }
   } releaseUnused{storage};
   std::u16string_view line;
-  if (!source.Next(line)) RaiseTextEmpty();
   // A negative count points before the first line: the line list's own
   // index error, as for any other bad index.
-  if (read.skipFirst < 0) RaiseListIndexError(read.skipFirst);
+  if (read.skipFirst < 0) {
+    if (!source.Next(line)) RaiseTextEmpty();
+    RaiseListIndexError(read.skipFirst);
+  }
   for (int32_t k = 0; k < read.skipFirst; ++k) {
     if (!source.Next(line)) RaiseTextEmpty();
   }
   SkipRules rules;
   rules.blank = read.skipEmpty;
   if (read.skipComments) rules.comment = read.commentChars;
-  while (rules.Skips(line)) {
-    if (!source.Next(line)) RaiseTextEmpty();
-  }
-
+  // The first data line is split as the records are, straight from a file's
+  // bytes where it can be.
   LineSplitter splitter(read.format);
-  const size_t fieldCount = splitter.Split(line, 0);
-  for (size_t k = 0; k < fieldCount; ++k) {
-    if (read.headerLine) {
-      storage.AppendFieldName(splitter.Cell(k));
-    } else {
-      storage.AppendFieldName(u"field" + IntToStr(static_cast<int64_t>(k)));
-    }
+  bool skipped = false;
+  size_t fieldCount = 0;
+  do {
+    if (!source.NextData(rules, splitter, 0, skipped, fieldCount)) RaiseTextEmpty();
+  } while (skipped);
+  if (read.headerLine) {
+    storage.TakeFieldNames(splitter.MakeHeapRecord(fieldCount));
+  } else {
+    storage.MakeUpFieldNames(static_cast<int32_t>(fieldCount));
   }
   const size_t hint = source.LineCountHint();
   storage.SetCapacity(static_cast<int32_t>(std::min<size_t>(hint, 0x7FFFFFFF)));
   // Without a header the first data line is also the first record.
   if (!read.headerLine) storage.AppendRecord(splitter.MakeRecord(fieldCount, fieldCount, storage.Arena()));
-  bool skipped = false;
   size_t count = 0;
   while (source.NextData(rules, splitter, fieldCount, skipped, count)) {
     if (!skipped) storage.AppendRecord(splitter.MakeRecord(count, fieldCount, storage.Arena()));

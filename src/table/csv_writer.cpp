@@ -37,8 +37,7 @@ class EncodedFileSink {
 template <typename Add>
 void ForEachLine(const TMemoryStrDataStorage& storage, const CsvWriteRules& rules, Add&& add) {
   if (rules.headerLine) {
-    std::vector<std::u16string_view> names(storage.FieldNames().begin(), storage.FieldNames().end());
-    add(Record(names));
+    add(storage.FieldNameRecord());
   }
   for (const Record& record : storage.Records()) add(record);
 }

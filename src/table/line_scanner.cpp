@@ -1,15 +1,33 @@
 #include "table/line_scanner.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "core/simd_scan.h"
 #include "core/utf.h"
+#include "platform/large_blocks.h"
 
 namespace qm {
 
 namespace {
 
 constexpr bool IsBlank(char16_t c) { return c >= 1 && c <= 32; }
+
+// Gives back the pages of a long line's text that lie well behind the split's
+// position: a look goes back up to 63 bytes, never further.
+struct ReadBytesDrop {
+  static constexpr ptrdiff_t kStep = ptrdiff_t{1} << 20;
+  static constexpr ptrdiff_t kBehind = 256;
+  const char* kept;  // nothing before it is read again
+  bool on;
+  void Behind(const void* position) noexcept {
+    const auto* s = static_cast<const char*>(position);
+    if (on && s - kept >= kStep + kBehind) {
+      DiscardPages(const_cast<char*>(kept), static_cast<size_t>(s - kBehind - kept));
+      kept = s - kBehind;
+    }
+  }
+};
 
 // The first character that matters for quoting: the quote character, the
 // delimiter, a character 0 and, when not strict, codes 1 to 32.
@@ -21,7 +39,7 @@ inline const char16_t* FindQuoteTrigger(std::u16string_view text, const TextForm
 
 }  // namespace
 
-size_t SplitLineInto(std::u16string_view line, const TextFormat& f, char16_t* text, uint32_t* ends) {
+size_t SplitLineInto(std::u16string_view line, const TextFormat& f, char16_t* text, uint32_t* ends, bool dropRead) {
   const char16_t* s = line.data();
   const size_t n = line.size();
   const char16_t quote = f.quote;
@@ -30,6 +48,10 @@ size_t SplitLineInto(std::u16string_view line, const TextFormat& f, char16_t* te
   char16_t* o = text;
   uint32_t* e = ends;
   size_t p = 0;
+  ReadBytesDrop drop{reinterpret_cast<const char*>(s), dropRead};
+  // A cell's text is copied a megabyte of units at a time when the line's
+  // text is given back on the way.
+  const size_t piece = dropRead ? size_t{1} << 19 : n;
   if (!strict) {
     while (p < n && IsBlank(s[p])) ++p;
   }
@@ -57,9 +79,14 @@ size_t SplitLineInto(std::u16string_view line, const TextFormat& f, char16_t* te
         ++p;
       }
     } else if (strict) {
-      const size_t run = simd::CopyUntil(s + p, n - p, o, delimiter);
-      p += run;
-      o += run;
+      for (;;) {
+        const size_t take = std::min(piece, n - p);
+        const size_t run = simd::CopyUntil(s + p, take, o, delimiter);
+        p += run;
+        o += run;
+        if (run < take || p == n) break;
+        drop.Behind(s + p);
+      }
     } else {
       const size_t begin = p;
       while (p < n && s[p] != delimiter && !IsBlank(s[p])) ++p;
@@ -67,6 +94,7 @@ size_t SplitLineInto(std::u16string_view line, const TextFormat& f, char16_t* te
       o += p - begin;
     }
     *e++ = static_cast<uint32_t>(o - text);
+    drop.Behind(s + p);
     if (!strict) {
       while (p < n && IsBlank(s[p])) ++p;
     }
@@ -207,7 +235,7 @@ inline void WidenAscii(const uint8_t* p, size_t n, char16_t* o) {
 }  // namespace
 
 size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& f, char16_t* text, uint32_t* ends,
-                     const char*& stop, Utf8LookAhead& look) {
+                     const char*& stop, Utf8LookAhead& look, bool dropRead) {
   const auto* line = reinterpret_cast<const uint8_t*>(bytes);
   const auto* s = line;
   const auto* end = reinterpret_cast<const uint8_t*>(endBytes);
@@ -216,6 +244,7 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
   char16_t* o = text;
   uint32_t* e = ends;
   bool continued = false;  // the cell at hand began before `s`
+  ReadBytesDrop drop{bytes, dropRead};
 #if defined(__SSE2__)
   const __m128i vd = _mm_set1_epi8(static_cast<char>(delimiter));
   const __m128i vq = _mm_set1_epi8(static_cast<char>(quote));
@@ -299,6 +328,7 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
       }
       continued = cellStart != static_cast<int>(from);
       s += from;
+      drop.Behind(s);
     }
 #endif
     if (!continued && (s >= end || IsByteLineEnd(*s))) {
@@ -307,6 +337,7 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
       break;
     }
     SplitCellUtf8(s, end, delimiter, quote, continued, o, text, e);
+    drop.Behind(s);
     continued = false;
     if (s >= end || IsByteLineEnd(*s)) break;
   }

@@ -17,7 +17,10 @@ namespace qm {
 // Splits `line` as SplitDelimited does, writing the cells back to back into
 // `text` and their end offsets into `ends`. `text` needs room for line.size()
 // units and `ends` for line.size() + 1 entries. Returns the number of cells.
-size_t SplitLineInto(std::u16string_view line, const TextFormat& format, char16_t* text, uint32_t* ends);
+// With `dropRead` the line is scratch: the pages of its text already split
+// are given back on the way and hold anything afterwards.
+size_t SplitLineInto(std::u16string_view line, const TextFormat& format, char16_t* text, uint32_t* ends,
+                     bool dropRead = false);
 
 // True when SplitUtf8Line can split lines in this format: strict, with a
 // delimiter and quote character (or none) below 0x80 that are no line break.
@@ -37,9 +40,12 @@ struct Utf8LookAhead {
 // or `end`; `stop` is set to that place. `text` needs room for
 // (end - bytes) + 16 units and `ends` for (end - bytes) + 2 entries. Returns
 // the number of cells. Each call with the same text, format and `end`
-// passes the same `look`.
+// passes the same `look`. With `dropRead` the pages of the line's bytes
+// already split are given back on the way, so a line of hundreds of
+// megabytes and its cells never sit in memory whole side by side; those
+// bytes are undefined afterwards.
 size_t SplitUtf8Line(const char* bytes, const char* end, const TextFormat& format, char16_t* text, uint32_t* ends,
-                     const char*& stop, Utf8LookAhead& look);
+                     const char*& stop, Utf8LookAhead& look, bool dropRead = false);
 
 // Appends the record joined as JoinDelimited joins it.
 void AppendJoinedRecord(const Record& record, const TextFormat& format, std::u16string& out);

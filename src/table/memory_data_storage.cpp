@@ -146,14 +146,14 @@ void TMemoryStrDataStorage::ClearData() noexcept {
   records_.clear();
   records_.shrink_to_fit();
   arena_.Clear();  // after the records that used it
-  fields_.clear();
+  fields_.Clear();
 }
 
 void TMemoryStrDataStorage::ClearForReload() noexcept {
   records_.clear();
   records_.shrink_to_fit();
   arena_.Rewind();  // after the records that used it
-  fields_.clear();
+  fields_.Clear();
 }
 
 void TMemoryStrDataStorage::DeleteRecord(int32_t row) {
@@ -179,14 +179,20 @@ const Record& TMemoryStrDataStorage::GetDataRecord(int32_t row) const {
   return records_[static_cast<size_t>(row)];
 }
 
-const std::u16string& TMemoryStrDataStorage::GetFieldName(int32_t column) const {
+std::u16string TMemoryStrDataStorage::GetFieldName(int32_t column) const {
   if (column < 0 || column >= FieldCount()) RaiseListIndexError(column);
-  return fields_[static_cast<size_t>(column)];
+  return fields_.Name(column);
+}
+
+std::vector<std::u16string> TMemoryStrDataStorage::FieldNames() const {
+  std::vector<std::u16string> names;
+  for (int32_t k = 0; k < FieldCount(); ++k) names.push_back(fields_.Name(k));
+  return names;
 }
 
 void TMemoryStrDataStorage::SetFieldsname(int32_t column, std::u16string_view name) {
   if (column < 0 || column >= FieldCount()) RaiseListIndexError(column);
-  fields_[static_cast<size_t>(column)] = name;
+  fields_.Set(column, name);
 }
 
 void TMemoryStrDataStorage::SetCapacity(int32_t count) {
@@ -196,11 +202,7 @@ void TMemoryStrDataStorage::SetCapacity(int32_t count) {
 void TMemoryStrDataStorage::InsertColumn(int32_t position, ColumnFill fill, std::u16string_view name,
                                          std::u16string_view value) {
   if (position > FieldCount()) position = -1;
-  if (position < 0) {
-    fields_.emplace_back(name);
-  } else {
-    fields_.emplace(fields_.begin() + position, name);
-  }
+  fields_.Insert(position < 0 ? FieldCount() : position, name);
   for (size_t i = 0; i < records_.size(); ++i) {
     std::u16string number;
     std::u16string_view text;
@@ -224,15 +226,13 @@ void TMemoryStrDataStorage::MoveColumn(int32_t from, int32_t to) {
   const int32_t count = FieldCount();
   if (from < 0 || from >= count) RaiseListIndexError(from);
   if (to < 0 || to >= count) RaiseListIndexError(to);
-  std::u16string name = std::move(fields_[static_cast<size_t>(from)]);
-  fields_.erase(fields_.begin() + from);
-  fields_.insert(fields_.begin() + to, std::move(name));
+  fields_.Move(from, to);
   for (Record& record : records_) record.Move(from, to);
 }
 
 void TMemoryStrDataStorage::RemoveColumn(int32_t column) {
   if (column < 0 || column >= FieldCount()) RaiseListIndexError(column);
-  fields_.erase(fields_.begin() + column);
+  fields_.Remove(column);
   for (Record& record : records_) record.Delete(column);
 }
 
@@ -240,11 +240,11 @@ void TMemoryStrDataStorage::SetFieldCount(int32_t count) {
   const int32_t have = FieldCount();
   if (count < 0 || count == have) return;
   if (count > have) {
-    fields_.resize(static_cast<size_t>(count));
+    fields_.Resize(count);
     for (Record& record : records_) record.PadTo(record.Count() + (count - have));
     return;
   }
-  fields_.resize(static_cast<size_t>(count));
+  fields_.Resize(count);
   std::vector<std::u16string_view> kept;
   for (Record& record : records_) {
     const Record::Cells cells = record.AllCells();

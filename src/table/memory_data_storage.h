@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "table/field_name_list.h"
 #include "table/record.h"
 #include "table/record_arena.h"
 
@@ -23,7 +24,7 @@ class TMemoryStrDataStorage {
   TMemoryStrDataStorage& operator=(const TMemoryStrDataStorage&) = delete;
   ~TMemoryStrDataStorage() { ClearData(); }
 
-  int32_t FieldCount() const noexcept { return static_cast<int32_t>(fields_.size()); }
+  int32_t FieldCount() const noexcept { return fields_.Count(); }
   int32_t RecordCount() const noexcept { return static_cast<int32_t>(records_.size()); }
 
   // Pads the record with empty cells to FieldCount (a longer one keeps all
@@ -48,11 +49,17 @@ class TMemoryStrDataStorage {
   Record& GetDataRecord(int32_t row);
   const Record& GetDataRecord(int32_t row) const;
 
-  const std::u16string& GetFieldName(int32_t column) const;
+  std::u16string GetFieldName(int32_t column) const;
   void SetFieldsname(int32_t column, std::u16string_view name);
-  // Appends a field name without touching the records (the loader's header).
-  void AppendFieldName(std::u16string_view name) { fields_.emplace_back(name); }
-  const std::vector<std::u16string>& FieldNames() const noexcept { return fields_; }
+  // Field names without touching the records (the loader's): appended, the
+  // cells of a header line, or `count` made-up ones ("field0", ...) in place
+  // of any before.
+  void AppendFieldName(std::u16string_view name) { fields_.Insert(fields_.Count(), name); }
+  void TakeFieldNames(Record&& names) noexcept { fields_.Take(std::move(names)); }
+  void MakeUpFieldNames(int32_t count) noexcept { fields_.MakeUp(count); }
+  // Every field name, as a list and as one record.
+  std::vector<std::u16string> FieldNames() const;
+  Record FieldNameRecord() const { return fields_.AsRecord(); }
   const std::vector<Record>& Records() const noexcept { return records_; }
 
   // Pre-sizes the record list; no record is created.
@@ -78,7 +85,7 @@ class TMemoryStrDataStorage {
  private:
   void CheckRow(int32_t row) const;
 
-  std::vector<std::u16string> fields_;
+  FieldNameList fields_;
   RecordArena arena_;  // declared before the records, which it outlives
   std::vector<Record> records_;
 };

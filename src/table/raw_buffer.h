@@ -7,6 +7,8 @@
 #include <cstring>
 #include <memory>
 
+#include "platform/large_blocks.h"
+
 namespace qm {
 
 template <typename T>
@@ -14,8 +16,11 @@ class RawBuffer {
  public:
   T* Reserve(size_t count) {
     if (count > capacity_) {
-      capacity_ = std::max(count, capacity_ + capacity_ / 2);
-      data_.reset(new T[capacity_]);
+      const size_t capacity = std::max(count, capacity_ + capacity_ / 2);
+      std::unique_ptr<T[]> grown(new T[capacity]);
+      Drop();
+      data_ = std::move(grown);
+      capacity_ = capacity;
     }
     return data_.get();
   }
@@ -25,6 +30,7 @@ class RawBuffer {
       const size_t capacity = std::max(count, capacity_ + capacity_ / 2);
       std::unique_ptr<T[]> grown(new T[capacity]);
       if (keep) std::memcpy(grown.get(), data_.get(), keep * sizeof(T));
+      Drop();
       data_ = std::move(grown);
       capacity_ = capacity;
     }
@@ -32,12 +38,22 @@ class RawBuffer {
   }
   // Gives the memory back.
   void Release() noexcept {
+    Drop();
     data_.reset();
     capacity_ = 0;
   }
   T* data() const noexcept { return data_.get(); }
+  ~RawBuffer() { Drop(); }
 
  private:
+  // The allocator may keep a freed buffer of some megabytes for later
+  // (glibc does, once it has seen blocks that large come and go), so a large
+  // one's pages go back to the system before it is freed.
+  void Drop() noexcept {
+    if (capacity_ * sizeof(T) >= kDropAbove) DiscardPages(data_.get(), capacity_ * sizeof(T));
+  }
+  static constexpr size_t kDropAbove = size_t{4} << 20;
+
   std::unique_ptr<T[]> data_;
   size_t capacity_ = 0;
 };

@@ -1,10 +1,12 @@
 #include "table/record.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <new>
 
 #include "core/errors.h"
+#include "platform/large_blocks.h"
 #include "table/record_arena.h"
 
 namespace qm {
@@ -21,14 +23,40 @@ void Record::Release() noexcept {
   bits_ = 0;
 }
 
-Record Record::InArena(RecordArena& arena, std::u16string_view text, std::span<const uint32_t> ends) {
+namespace {
+
+// Copies scratch that is used up, giving its pages back behind the copy when
+// it is large.
+void CopyScratch(void* to, const void* from, size_t bytes, bool drop) noexcept {
+  constexpr size_t kDropAbove = size_t{8} << 20;
+  constexpr size_t kStep = size_t{1} << 20;
+  if (!drop || bytes < kDropAbove) {
+    if (bytes) std::memcpy(to, from, bytes);
+    return;
+  }
+  auto* out = static_cast<char*>(to);
+  auto* in = static_cast<char*>(const_cast<void*>(from));
+  for (size_t done = 0; done < bytes; done += kStep) {
+    const size_t step = std::min(kStep, bytes - done);
+    std::memcpy(out + done, in + done, step);
+    DiscardPages(in + done, step);
+  }
+}
+
+}  // namespace
+
+void Record::Fill(Block* block, std::u16string_view text, std::span<const uint32_t> ends, bool dropSource) noexcept {
+  CopyScratch(block->ends, ends.data(), ends.size() * sizeof(uint32_t), dropSource);
+  CopyScratch(block->ends + ends.size(), text.data(), text.size() * sizeof(char16_t), dropSource);
+}
+
+Record Record::InArena(RecordArena& arena, std::u16string_view text, std::span<const uint32_t> ends, bool dropSource) {
   Record record;
   if (ends.empty()) return record;
   const auto count = static_cast<uint32_t>(ends.size());
   auto* block = static_cast<Block*>(arena.Allocate(BlockBytes(count, static_cast<uint32_t>(text.size()))));
   block->count = count;
-  std::memcpy(block->ends, ends.data(), ends.size() * sizeof(uint32_t));
-  if (!text.empty()) std::memcpy(block->ends + count, text.data(), text.size() * sizeof(char16_t));
+  Fill(block, text, ends, dropSource);
   record.Adopt(block, true);
   return record;
 }
@@ -47,11 +75,11 @@ Record::Record(std::span<const std::u16string_view> cells) {
   }
 }
 
-Record::Record(std::u16string_view text, std::span<const uint32_t> ends) {
+Record::Record(std::u16string_view text, std::span<const uint32_t> ends, bool dropSource) {
   if (ends.empty()) return;
-  Adopt(Allocate(static_cast<uint32_t>(ends.size()), static_cast<uint32_t>(text.size())), false);
-  std::memcpy(block()->ends, ends.data(), ends.size() * sizeof(uint32_t));
-  if (!text.empty()) std::memcpy(const_cast<char16_t*>(Text()), text.data(), text.size() * sizeof(char16_t));
+  Block* block = Allocate(static_cast<uint32_t>(ends.size()), static_cast<uint32_t>(text.size()));
+  Fill(block, text, ends, dropSource);
+  Adopt(block, false);
 }
 
 Record::Record(const Record& other) {

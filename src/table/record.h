@@ -18,10 +18,15 @@ class Record {
   explicit Record(std::span<const std::u16string_view> cells);
   // A record from cell texts laid end to end in `text`: cell k spans
   // [ends[k-1], ends[k]) with ends[-1] taken as 0.
-  Record(std::u16string_view text, std::span<const uint32_t> ends);
+  // With `dropSource` the text and ends are scratch that is used up: the
+  // pages of a large one are given back as they are copied, so the scratch
+  // and the record never both sit in memory whole (a line of a hundred
+  // megabytes). Their contents are undefined afterwards.
+  Record(std::u16string_view text, std::span<const uint32_t> ends, bool dropSource = false);
   // The same, with the block taken from `arena`: it is released with the
   // arena, never on its own (a change to the record moves it to the heap).
-  static Record InArena(RecordArena& arena, std::u16string_view text, std::span<const uint32_t> ends);
+  static Record InArena(RecordArena& arena, std::u16string_view text, std::span<const uint32_t> ends,
+                        bool dropSource = false);
   // A copy always lives on the heap.
   Record(const Record& other);
   Record(Record&& other) noexcept : bits_(other.bits_) { other.bits_ = 0; }
@@ -97,6 +102,8 @@ class Record {
   const char16_t* Text() const noexcept { return reinterpret_cast<const char16_t*>(block()->ends + Count()); }
   uint32_t TextLength() const noexcept { return Count() ? block()->ends[Count() - 1] : 0; }
   static Block* Allocate(uint32_t count, uint32_t textLength);
+  // Fills a new block's ends and text.
+  static void Fill(Block* block, std::u16string_view text, std::span<const uint32_t> ends, bool dropSource) noexcept;
   // Frees a heap block; an arena's block stays for the arena.
   void Release() noexcept;
   // Rebuilds the block with cell `index` replaced by `text` (`remove` cells

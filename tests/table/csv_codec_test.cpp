@@ -275,6 +275,19 @@ TEST(CsvReader, RecordsOfAnySizeLoadWhole) {
   }
 }
 
+#if defined(__linux__) && !defined(__SANITIZE_ADDRESS__)
+// The process's peak memory in KiB; ResetPeak() starts it anew from the memory in use.
+long PeakKb() {
+  std::ifstream status("/proc/self/status");
+  std::string key;
+  long kb = 0;
+  while (status >> key && key != "VmHWM:") status.ignore(1 << 12, '\n');
+  status >> kb;
+  return kb;
+}
+void ResetPeak() { std::ofstream("/proc/self/clear_refs") << "5"; }
+#endif
+
 // A character 0 ends the text: a file of zeros is not read on for a line
 // break, in any of the reader's paths (the peak memory shows how far it read).
 TEST(CsvFiles, ACharacter0EndsTheReadingAtOnce) {
@@ -283,14 +296,7 @@ TEST(CsvFiles, ACharacter0EndsTheReadingAtOnce) {
 #elif defined(__SANITIZE_ADDRESS__)
   GTEST_SKIP() << "AddressSanitizer's allocator changes the peak memory measured here";
 #else
-  auto peakKb = [] {
-    std::ifstream status("/proc/self/status");
-    std::string key;
-    long kb = 0;
-    while (status >> key && key != "VmHWM:") status.ignore(1 << 12, '\n');
-    status >> kb;
-    return kb;
-  };
+  auto peakKb = PeakKb;
   TempFolder folder;
   const auto path = folder / "zeros.csv";
   { std::ofstream(path, std::ios::binary) << "a;b\n"; }
@@ -301,13 +307,54 @@ TEST(CsvFiles, ACharacter0EndsTheReadingAtOnce) {
   } cases[] = {{TextEncoding::UTF8, true}, {TextEncoding::UTF8, false}, {TextEncoding::Unicode, true},
                {TextEncoding::ANSI, true}};
   for (const auto& c : cases) {
-    std::ofstream("/proc/self/clear_refs") << "5";
+    ResetPeak();
     const long before = peakKb();
     TSimpleCSVDataClass table;
     table.SetEncoding(c.encoding);
     table.SetStrictDelimiter(c.strict);
     table.LoadFromCSVFile(Wide(path));
     EXPECT_LT(peakKb() - before, 32 << 10) << static_cast<int>(c.encoding);
+  }
+#endif
+}
+
+// A file of one huge line, many short cells or one long cell, with or
+// without a header, loads within three times its size, as ordinary files do.
+TEST(CsvFiles, OneHugeLineLoadsWithinThreeTimesItsSize) {
+#if !defined(__linux__)
+  GTEST_SKIP() << "peak memory is read from /proc";
+#elif defined(__SANITIZE_ADDRESS__)
+  GTEST_SKIP() << "AddressSanitizer's allocator changes the peak memory measured here";
+#else
+  const struct {
+    const char* piece;
+    size_t repeat;
+    bool header;
+    int32_t fields;
+  } cases[] = {{"abcdefghi;", 4'000'000, false, 4'000'001}, {"abcdefghi;", 4'000'000, true, 4'000'001},
+               {"x", 40'000'000, false, 1}, {"x", 40'000'000, true, 1}};
+  TempFolder folder;
+  const auto path = folder / "line.csv";
+  for (const auto& c : cases) {
+    {
+      std::ofstream out(path, std::ios::binary);
+      const std::string piece = [&] {
+        std::string text;
+        for (int k = 0; k < 1000; ++k) text += c.piece;
+        return text;
+      }();
+      for (size_t k = 0; k < c.repeat / 1000; ++k) out << piece;
+    }
+    const long fileKb = static_cast<long>(std::filesystem::file_size(path) >> 10);
+    ResetPeak();
+    const long before = PeakKb();
+    TSimpleCSVDataClass table;
+    table.SetEncoding(TextEncoding::UTF8);
+    table.SetHeaderLine(c.header);
+    ASSERT_TRUE(table.LoadFromCSVFile(Wide(path)));
+    EXPECT_EQ(table.FieldCount(), c.fields);
+    EXPECT_EQ(table.RecordCount(), c.header ? 0 : 1);
+    EXPECT_LE(PeakKb() - before, 3 * fileKb) << c.piece << " header " << c.header;
   }
 #endif
 }

@@ -96,6 +96,44 @@ TEST(MemoryDataStorage, MoveIntoShortRecordKeepsEarlierRecordsMoved) {
   EXPECT_EQ(Rows(storage), (std::vector<Cells>{{u"2", u"3", u"1"}, {u"4", u"5"}, {u"7", u"8", u"9"}}));
 }
 
+// Made-up names ("field0", ...) are worked out when asked for; every column
+// operation leaves the names a list of stored names would have.
+TEST(MemoryDataStorage, MadeUpFieldNamesFollowTheColumnOperations) {
+  const struct {
+    const char* name;
+    std::function<void(TMemoryStrDataStorage&)> change;
+    Cells names;
+  } cases[] = {
+      {"none", [](auto&) {}, {u"field0", u"field1", u"field2"}},
+      {"remove last", [](auto& s) { s.RemoveColumn(2); }, {u"field0", u"field1"}},
+      {"remove first", [](auto& s) { s.RemoveColumn(0); }, {u"field1", u"field2"}},
+      {"move", [](auto& s) { s.MoveColumn(0, 2); }, {u"field1", u"field2", u"field0"}},
+      {"insert", [](auto& s) { s.InsertColumn(1, ColumnFill::Empty, u"n", u""); },
+       {u"field0", u"n", u"field1", u"field2"}},
+      {"append", [](auto& s) { s.InsertColumn(-1, ColumnFill::Empty, u"n", u""); },
+       {u"field0", u"field1", u"field2", u"n"}},
+      {"append, remove made-up", [](auto& s) {
+         s.InsertColumn(3, ColumnFill::Empty, u"n", u"");
+         s.RemoveColumn(2);
+       }, {u"field0", u"field1", u"n"}},
+      {"rename", [](auto& s) { s.SetFieldsname(1, u"s"); }, {u"field0", u"s", u"field2"}},
+      {"grow", [](auto& s) { s.SetFieldCount(5); }, {u"field0", u"field1", u"field2", u"", u""}},
+      {"shrink", [](auto& s) { s.SetFieldCount(1); }, {u"field0"}},
+      {"append, shrink", [](auto& s) {
+         s.InsertColumn(-1, ColumnFill::Empty, u"n", u"");
+         s.InsertColumn(-1, ColumnFill::Empty, u"m", u"");
+         s.SetFieldCount(4);
+       }, {u"field0", u"field1", u"field2", u"n"}},
+  };
+  for (const auto& c : cases) {
+    TMemoryStrDataStorage storage;
+    storage.MakeUpFieldNames(3);
+    c.change(storage);
+    EXPECT_EQ(storage.FieldNames(), c.names) << c.name;
+    EXPECT_EQ(CellsOf(storage.FieldNameRecord()), c.names) << c.name;
+  }
+}
+
 std::vector<std::u16string> Keys(const TMemoryStrDataStorage& storage) {
   std::vector<std::u16string> keys;
   for (const Record& r : storage.Records()) keys.emplace_back(r.Cell(0));
