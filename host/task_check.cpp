@@ -59,7 +59,7 @@ void CheckTask(TaskFile& file, const std::vector<CatalogueEntry>& catalogue) {
   for (const auto& action : AllActionKeys()) {
     if (action.builtin) ids.push_back(action.id);
   }
-  int depth = 0;  // loops open at this step
+  std::vector<const TaskStep*> open;  // loops begun and not yet ended at this step
   for (const TaskStep& step : file.steps) {
     if (step.action.empty()) continue;  // reported with its header
     const auto known = std::find(ids.begin(), ids.end(), step.action);
@@ -69,10 +69,10 @@ void CheckTask(TaskFile& file, const std::vector<CatalogueEntry>& catalogue) {
     }
     const auto entry = std::find_if(catalogue.begin(), catalogue.end(),
                                     [&](const CatalogueEntry& e) { return e.id == step.action; });
-    if (entry != catalogue.end() && entry->type == atBeginLoop) ++depth;
+    if (entry != catalogue.end() && entry->type == atBeginLoop) open.push_back(&step);
     if (step.action == "end-loop" || step.action == "break-loop") {
-      if (depth == 0) file.problems.push_back({step.sourceLine, false, step.action + " outside a loop"});
-      if (step.action == "end-loop" && depth > 0) --depth;
+      if (open.empty()) file.problems.push_back({step.sourceLine, false, step.action + " outside a loop"});
+      if (step.action == "end-loop" && !open.empty()) open.pop_back();
     }
     const ActionKeys* keys = FindActionKeys(step.action);
     if (!keys) continue;  // an action this qmhost has no key list for
@@ -84,6 +84,11 @@ void CheckTask(TaskFile& file, const std::vector<CatalogueEntry>& catalogue) {
       file.problems.push_back({step.lineNumbers[i], true,
                                step.action + " never reads the key " + name + Suggestion(name, names)});
     }
+  }
+  // A loop without its end runs its steps once; a task may mean that (a loop
+  // left open at the stop), so it is a warning.
+  for (const TaskStep* step : open) {
+    file.problems.push_back({step->sourceLine, true, step->action + " without an end-loop: its steps run once"});
   }
 }
 
