@@ -898,6 +898,28 @@ TEST_F(Editors, DataLoopBuildsItsConditionsAndTheLoopVisitsTheRowsTheyPass) {
     EXPECT_EQ(RowOf(list, 0), ShownRow(kPattern));
     EXPECT_EQ(RowOf(list, 1), ShownRow(kSubstring));
     EXPECT_EQ(RowOf(list, 2), ShownRow(kVariableColumn));
+    // The list's context menu (from the keyboard's menu key) offers the three
+    // commands; its last entry removes the selected row.
+    test::SelectItem(list, 1);
+    PostMessageW(w, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(list), MAKELPARAM(-1, -1));
+    HWND menu = nullptr;
+    for (int i = 0; i < 200 && !menu; ++i, Sleep(10)) {
+      menu = FindWindowW(L"#32768", nullptr);
+      if (menu && !IsWindowVisible(menu)) menu = nullptr;
+    }
+    ASSERT_TRUE(menu);
+    const auto entries = reinterpret_cast<HMENU>(SendMessageW(menu, MN_GETHMENU, 0, 0));
+    ASSERT_EQ(GetMenuItemCount(entries), 3);
+    for (int i = 0; i < 3; ++i) {
+      wchar_t text[64] = {};
+      GetMenuStringW(entries, static_cast<UINT>(i), text, 64, MF_BYPOSITION);
+      EXPECT_EQ(std::wstring(text), Wide(ConditionList::kMenuCaptions[static_cast<size_t>(i)]));
+    }
+    test::Press(menu, VK_UP);
+    test::Press(menu, VK_RETURN);
+    for (int i = 0; i < 200 && ListView_GetItemCount(list) != 2; ++i) Sleep(10);
+    ASSERT_EQ(ListView_GetItemCount(list), 2);
+    EXPECT_EQ(RowOf(list, 1), ShownRow(kVariableColumn));
     test::Click(ByCaption(w, L"Cancel"));
     EXPECT_TRUE(test::WaitUntilClosed(w));
   });
