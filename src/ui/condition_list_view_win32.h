@@ -7,6 +7,7 @@
 
 #include "dialogs/condition_list.h"
 #include "ui/command_list_win32.h"
+#include "ui/sourced_dialog_win32.h"
 
 namespace qm::ui {
 
@@ -30,6 +31,30 @@ class ConditionListView {
   DialogWindow* dialog_ = nullptr;
   HWND mode_ = nullptr;
   CommandList list_;
+};
+
+// A table dialog whose "General" page holds a condition list: the list's
+// commands, notifications and context menu go to it, and its column widths
+// are kept with the dialog's placement.
+class ConditionsDialog : public SourcedDialog {
+ public:
+  ConditionsDialog(std::u16string_view caption, const wchar_t* placementName, TableSourcePages& pages,
+                   ConditionList& conditions, int scale)
+      : SourcedDialog(caption, placementName, pages, scale), model_(conditions) {}
+
+ protected:
+  ConditionListView conditions_;
+
+ private:
+  std::vector<HWND> RememberedLists() const override { return {conditions_.List()}; }
+  void GeneralCommand(int id, int code) override { conditions_.Command(model_, id, code); }
+  LRESULT Notify(const NMHDR& header) override {
+    conditions_.Notify(model_, header);
+    return 0;
+  }
+  void ContextMenu(HWND control, POINT at) override { conditions_.ContextMenu(model_, control, at); }
+
+  ConditionList& model_;
 };
 
 }  // namespace qm::ui

@@ -6,7 +6,6 @@
 #include "ui/condition_list_view_win32.h"
 #include "ui/editors.h"
 #include "ui/run_editor_win32.h"
-#include "ui/sourced_dialog_win32.h"
 #include "ui/text_win32.h"
 
 namespace qm::ui {
@@ -15,10 +14,10 @@ namespace {
 
 enum : int { kRowNumber = 10, kRow, kFormat, kConditions };
 
-class DataLoopDialog final : public SourcedDialog {
+class DataLoopDialog final : public ConditionsDialog {
  public:
   DataLoopDialog(DataLoopEditor& model, int scale)
-      : SourcedDialog(DataLoopEditor::kCaption, L"TCSVDataLoopForm", model.pages, scale), m_(model) {}
+      : ConditionsDialog(DataLoopEditor::kCaption, L"TCSVDataLoopForm", model.pages, model.conditions, scale), m_(model) {}
 
  private:
   void BuildGeneral(Box a) override {
@@ -45,15 +44,6 @@ class DataLoopDialog final : public SourcedDialog {
     m_.jsonFormat = SendMessageW(format_, CB_GETCURSEL, 0, 0) == 1;
     conditions_.Read(m_.conditions);
   }
-  std::vector<HWND> RememberedLists() const override { return {conditions_.List()}; }
-
-  void GeneralCommand(int id, int code) override { conditions_.Command(m_.conditions, id, code); }
-  LRESULT Notify(const NMHDR& header) override {
-    conditions_.Notify(m_.conditions, header);
-    return 0;
-  }
-  void ContextMenu(HWND control, POINT at) override { conditions_.ContextMenu(m_.conditions, control, at); }
-
   bool Confirm() override {
     ReadAll();
     if (const auto failure = m_.Check()) {
@@ -65,7 +55,6 @@ class DataLoopDialog final : public SourcedDialog {
 
   DataLoopEditor& m_;
   HWND rowNumber_ = nullptr, row_ = nullptr, format_ = nullptr;
-  ConditionListView conditions_;
 };
 
 }  // namespace

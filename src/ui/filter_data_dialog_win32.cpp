@@ -6,7 +6,6 @@
 #include "ui/condition_list_view_win32.h"
 #include "ui/editors.h"
 #include "ui/run_editor_win32.h"
-#include "ui/sourced_dialog_win32.h"
 #include "ui/text_win32.h"
 
 namespace qm::ui {
@@ -15,10 +14,10 @@ namespace {
 
 enum : int { kDeleteFailing = 10, kDeleteMatching, kConditions };
 
-class FilterDataDialog final : public SourcedDialog {
+class FilterDataDialog final : public ConditionsDialog {
  public:
   FilterDataDialog(FilterDataEditor& model, int scale)
-      : SourcedDialog(FilterDataEditor::kCaption, L"TCSVFilterDataForm", model.pages, scale), m_(model) {}
+      : ConditionsDialog(FilterDataEditor::kCaption, L"TCSVFilterDataForm", model.pages, model.conditions, scale), m_(model) {}
 
  private:
   void BuildGeneral(Box a) override {
@@ -38,15 +37,6 @@ class FilterDataDialog final : public SourcedDialog {
     m_.deleteMatching = SendMessageW(radios_[1], BM_GETCHECK, 0, 0) == BST_CHECKED;
     conditions_.Read(m_.conditions);
   }
-  std::vector<HWND> RememberedLists() const override { return {conditions_.List()}; }
-
-  void GeneralCommand(int id, int code) override { conditions_.Command(m_.conditions, id, code); }
-  LRESULT Notify(const NMHDR& header) override {
-    conditions_.Notify(m_.conditions, header);
-    return 0;
-  }
-  void ContextMenu(HWND control, POINT at) override { conditions_.ContextMenu(m_.conditions, control, at); }
-
   bool Confirm() override {
     ReadAll();
     if (const auto failure = m_.Check()) {
@@ -58,7 +48,6 @@ class FilterDataDialog final : public SourcedDialog {
 
   FilterDataEditor& m_;
   HWND radios_[2] = {};
-  ConditionListView conditions_;
 };
 
 }  // namespace
