@@ -4,8 +4,10 @@
 // task, stop), the median of a few runs, with its processor time and the
 // process's peak memory. Each job is then shown as the ratio Win64 / native.
 //   actions_bench [--records N] [--runs N] [--large] [--native-only]
-//                 [--win64-host PATH] [--wine PROGRAM]
+//                 [--native-host PATH] [--win64-host PATH] [--wine PROGRAM]
 //   --large       10,000,000 records, 3 runs (unless given)
+//   --native-host another native qmhost than this build's (say, a copy of
+//                 an earlier build, for figures before and after a change)
 //   --win64-host  the Win64 qmhost.exe (default: the win64 preset's build
 //                 tree next to this one); its Wine prefix is the one beside
 //                 its bin folder, as the win64 tests use it
@@ -170,6 +172,7 @@ int main(int argc, char** argv) {
   unsigned long long records = 1000000ull;
   int runs = 0;
   bool nativeOnly = false;
+  std::string nativeHost = QMHOST_PATH;
   fs::path win64Host = QMHOST_WIN64_PATH;
   std::string wine = std::getenv("QMCSV_WINE") != nullptr ? std::getenv("QMCSV_WINE") : "wine";
   for (int i = 1; i < argc; ++i) {
@@ -183,20 +186,22 @@ int main(int argc, char** argv) {
       if (runs == 0) runs = 3;
     } else if (Flag(argv[i], "--native-only")) {
       nativeOnly = true;
+    } else if (Flag(argv[i], "--native-host") && hasValue) {
+      nativeHost = argv[++i];
     } else if (Flag(argv[i], "--win64-host") && hasValue) {
       win64Host = argv[++i];
     } else if (Flag(argv[i], "--wine") && hasValue) {
       wine = argv[++i];
     } else {
       std::fprintf(stderr,
-                   "usage: actions_bench [--records N] [--runs N] [--large] [--native-only] [--win64-host PATH] "
-                   "[--wine PROGRAM]\n");
+                   "usage: actions_bench [--records N] [--runs N] [--large] [--native-only] [--native-host PATH] "
+                   "[--win64-host PATH] [--wine PROGRAM]\n");
       return 2;
     }
   }
   if (runs == 0) runs = 5;
 
-  std::vector<Build> builds = {{"native", {QMHOST_PATH}, {}}};
+  std::vector<Build> builds = {{"native", {nativeHost}, {}}};
   if (!nativeOnly) {
     if (!fs::exists(win64Host)) {
       std::fprintf(stderr, "actions_bench: no %s (build the win64 preset, or pass --native-only)\n",
