@@ -201,6 +201,9 @@ int main(int argc, char** argv) {
   }
   if (runs == 0) runs = 5;
 
+  // The tasks run in the data's folder.
+  nativeHost = fs::absolute(nativeHost).string();
+  win64Host = fs::absolute(win64Host);
   std::vector<Build> builds = {{"native", {nativeHost}, {}}};
   if (!nativeOnly) {
     if (!fs::exists(win64Host)) {
