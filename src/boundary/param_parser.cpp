@@ -1,6 +1,7 @@
 #include "boundary/param_parser.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "core/convert.h"
 #include "core/text_lines.h"
@@ -76,7 +77,18 @@ std::u16string TQMParamParser::Text() const {
 }
 
 int TQMParamParser::Find(std::u16string_view name) const {
-  const auto found = index_.find(FoldedName(name));
+  // Usual names are folded in place; a long one on the heap.
+  char16_t buffer[64];
+  std::u16string longName;
+  std::u16string_view folded;
+  if (name.size() <= std::size(buffer)) {
+    std::transform(name.begin(), name.end(), buffer, FoldAscii);
+    folded = std::u16string_view(buffer, name.size());
+  } else {
+    longName = FoldedName(name);
+    folded = longName;
+  }
+  const auto found = index_.find(folded);
   return found == index_.end() ? -1 : found->second;
 }
 
