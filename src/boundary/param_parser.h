@@ -62,11 +62,14 @@ class TQMParamParser {
   bool IsRemote = false;
 
  private:
+  // Blocks of up to this many lines are searched line by line, which costs
+  // less than building an index for each step call; larger ones are indexed.
+  static constexpr size_t kScannedLines = 16;
   int Find(std::u16string_view name) const;
   void Reindex();
   std::vector<std::u16string> lines_;
-  // Each name in ASCII upper case, to the first line that holds it: a key
-  // given twice reads as its first line.
+  // Each name in ASCII upper case, to the first line that holds it (a key
+  // given twice reads as its first line); empty for a block that is scanned.
   // Looked up by view, so that a lookup copies no name to the heap.
   struct NameHash {
     using is_transparent = void;
