@@ -1,23 +1,42 @@
-// Whole tasks through the reference host on a generated orders file: each
-// figure is the wall time of one `qmhost --quiet run` (start, load the
-// plug-in, run the task, stop), the median of a few runs.
-//   actions_bench [records] [runs]   (default 1000000 records, 5 runs)
-// Prints one line per figure with its unit.
+// Whole tasks through the reference host on a generated orders file, for the
+// native build and for the Win64 build under Wine in one run: each figure is
+// the wall time of one `qmhost --quiet run` (start, load the plug-in, run the
+// task, stop), the median of a few runs, with its processor time and the
+// process's peak memory. Each job is then shown as the ratio Win64 / native.
+//   actions_bench [--records N] [--runs N] [--large] [--native-only]
+//                 [--native-host PATH] [--win64-host PATH] [--wine PROGRAM]
+//   --large       10,000,000 records, 3 runs (unless given)
+//   --native-host another native qmhost than this build's (say, a copy of
+//                 an earlier build, for figures before and after a change)
+//   --win64-host  the Win64 qmhost.exe (default: the win64 preset's build
+//                 tree next to this one); its Wine prefix is the one beside
+//                 its bin folder, as the win64 tests use it
+// Saved files are hashed so that runs of different builds and commits can be
+// compared byte for byte. Prints one line per figure with its unit.
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include <fcntl.h>
 #include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "generate_orders.h"
 
 #ifndef QMHOST_PATH
 #error "QMHOST_PATH must name the qmhost program"
+#endif
+#ifndef QMHOST_WIN64_PATH
+#error "QMHOST_WIN64_PATH must name the Win64 qmhost program's usual place"
 #endif
 
 namespace {
@@ -25,9 +44,9 @@ namespace {
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
-struct Figure {
+struct Job {
   const char* name;
-  const char* action;  // the step between the open and the save, if any
+  const char* steps;  // the steps after the open, if any
   bool save;
 };
 
@@ -37,71 +56,209 @@ constexpr char kOpen[] =
     "[A_CSV_OPEN]\nsource=1\nfilename=orders.csv\nencoding=2\nheaderline=1\n\n";
 constexpr char kSave[] = "[A_CSV_SAVE]\nsavetofile=1\ntargetfilename=saved.csv\ntargetencoding=2\n\n";
 
-const Figure kFigures[] = {
+const Job kJobs[] = {
     {"open_save", "", true},
     {"open_sort_number_save", "[A_CSV_SORT]\nsortcolumn=8\nsortmode=1\n\n", true},
     {"open_sort_text_nocase_save", "[A_CSV_SORT]\nsortcolumn=3\n\n", true},
     {"open_remove_duplicates_save", "[A_CSV_REMOVEDUPL]\nvarname=removed\n\n", true},
     {"open_info", "[A_CSV_INFO]\nrecordcountvar=records\ncolcountvar=columns\n\n", false},
+    // A pass per record that only sets the row number and the row's content.
+    {"open_loop", "[A_CSV_LOOP]\nrowvarname=n\nlinevarname=row\n\n[end-loop]\n\n", false},
 };
 
-// Processor time (user and system) of the finished child processes so far:
-// on a busy machine it shows what a task costs apart from waiting for a core.
-double ChildCpuSeconds() {
-  rusage usage{};
-  getrusage(RUSAGE_CHILDREN, &usage);
-  auto seconds = [](const timeval& t) { return static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_usec) / 1e6; };
-  return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
+struct Build {
+  const char* name;
+  std::vector<std::string> command;  // the program and its first arguments
+  std::vector<std::string> environment;
+};
+
+struct Result {
+  double wall = 0;     // median seconds
+  double best = 0;     // least seconds
+  double cpu = 0;      // median user and system seconds of the process tree
+  double peakMb = 0;   // the most resident memory of one process, MB
+  std::string hash;    // of the saved file, if the job saves
+};
 
 double Median(std::vector<double> values) {
   std::sort(values.begin(), values.end());
   return values[values.size() / 2];
 }
 
-std::string Quoted(const fs::path& path) { return "'" + path.string() + "'"; }
+double Seconds(const timeval& t) { return static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_usec) / 1e6; }
+
+struct Run {
+  double wall;
+  double cpu;
+  double peakMb;
+};
+
+// Runs `argv` in `dir` with its output dropped; the resource figures are
+// those of the child and of the processes it waited for.
+std::optional<Run> RunOnce(const std::vector<std::string>& argv, const std::vector<std::string>& environment,
+                           const fs::path& dir) {
+  std::vector<char*> args;
+  for (const std::string& arg : argv) args.push_back(const_cast<char*>(arg.c_str()));
+  args.push_back(nullptr);
+  const auto start = Clock::now();
+  const pid_t child = fork();
+  if (child < 0) return std::nullopt;
+  if (child == 0) {
+    for (const std::string& setting : environment) putenv(const_cast<char*>(setting.c_str()));
+    const int null = open("/dev/null", O_WRONLY);
+    if (null < 0 || dup2(null, STDOUT_FILENO) < 0 || chdir(dir.c_str()) != 0) _exit(127);
+    execvp(args[0], args.data());
+    _exit(127);
+  }
+  int status = 0;
+  rusage usage{};
+  if (wait4(child, &status, 0, &usage) != child) return std::nullopt;
+  const double wall = std::chrono::duration<double>(Clock::now() - start).count();
+  if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) return std::nullopt;
+  return Run{wall, Seconds(usage.ru_utime) + Seconds(usage.ru_stime), static_cast<double>(usage.ru_maxrss) / 1024.0};
+}
+
+// FNV-1a over the file's bytes, as hex.
+std::string HashFile(const fs::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::vector<char> buffer(1 << 20);
+  uint64_t hash = 0xCBF29CE484222325ull;
+  while (in) {
+    in.read(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+    const auto got = static_cast<size_t>(in.gcount());
+    for (size_t i = 0; i < got; ++i) hash = (hash ^ static_cast<unsigned char>(buffer[i])) * 0x100000001B3ull;
+  }
+  char text[17];
+  std::snprintf(text, sizeof text, "%016llx", static_cast<unsigned long long>(hash));
+  return text;
+}
+
+std::optional<Result> TimeJob(const Build& build, const Job& job, const fs::path& dir, const fs::path& task,
+                              int runs) {
+  std::vector<std::string> argv = build.command;
+  argv.insert(argv.end(), {"--quiet", "run", task.string()});
+  std::vector<double> walls, cpus;
+  Result result;
+  // One untimed run first: it brings the program and the file into the page
+  // cache and, under Wine, starts the prefix's server for the timed runs.
+  for (int run = -1; run < runs; ++run) {
+    // Each run saves to a new file, as the figures are defined. Replacing
+    // the file of the run before would also time the kernel finishing that
+    // file's write-back when it is deleted.
+    fs::remove(dir / "saved.csv");
+    const std::optional<Run> once = RunOnce(argv, build.environment, dir);
+    if (!once) {
+      std::fprintf(stderr, "%s, %s: the task failed\n", build.name, job.name);
+      return std::nullopt;
+    }
+    if (run < 0) continue;
+    walls.push_back(once->wall);
+    cpus.push_back(once->cpu);
+    result.peakMb = std::max(result.peakMb, once->peakMb);
+  }
+  result.wall = Median(walls);
+  result.best = *std::min_element(walls.begin(), walls.end());
+  result.cpu = Median(cpus);
+  if (job.save) result.hash = HashFile(dir / "saved.csv");
+  fs::remove(dir / "saved.csv");
+  return result;
+}
+
+bool Flag(const char* arg, const char* name) { return std::strcmp(arg, name) == 0; }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  const unsigned long long records = argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 1000000ull;
-  const int runs = argc > 2 ? std::max(1, std::atoi(argv[2])) : 5;
+  unsigned long long records = 1000000ull;
+  int runs = 0;
+  bool nativeOnly = false;
+  std::string nativeHost = QMHOST_PATH;
+  fs::path win64Host = QMHOST_WIN64_PATH;
+  std::string wine = std::getenv("QMCSV_WINE") != nullptr ? std::getenv("QMCSV_WINE") : "wine";
+  for (int i = 1; i < argc; ++i) {
+    const bool hasValue = i + 1 < argc;
+    if (Flag(argv[i], "--records") && hasValue) {
+      records = std::strtoull(argv[++i], nullptr, 10);
+    } else if (Flag(argv[i], "--runs") && hasValue) {
+      runs = std::max(1, std::atoi(argv[++i]));
+    } else if (Flag(argv[i], "--large")) {
+      records = 10000000ull;
+      if (runs == 0) runs = 3;
+    } else if (Flag(argv[i], "--native-only")) {
+      nativeOnly = true;
+    } else if (Flag(argv[i], "--native-host") && hasValue) {
+      nativeHost = argv[++i];
+    } else if (Flag(argv[i], "--win64-host") && hasValue) {
+      win64Host = argv[++i];
+    } else if (Flag(argv[i], "--wine") && hasValue) {
+      wine = argv[++i];
+    } else {
+      std::fprintf(stderr,
+                   "usage: actions_bench [--records N] [--runs N] [--large] [--native-only] [--native-host PATH] "
+                   "[--win64-host PATH] [--wine PROGRAM]\n");
+      return 2;
+    }
+  }
+  if (runs == 0) runs = 5;
+
+  // The tasks run in the data's folder.
+  nativeHost = fs::absolute(nativeHost).string();
+  win64Host = fs::absolute(win64Host);
+  std::vector<Build> builds = {{"native", {nativeHost}, {}}};
+  if (!nativeOnly) {
+    if (!fs::exists(win64Host)) {
+      std::fprintf(stderr, "actions_bench: no %s (build the win64 preset, or pass --native-only)\n",
+                   win64Host.string().c_str());
+      return 2;
+    }
+    const fs::path prefix = win64Host.parent_path().parent_path() / "wineprefix";
+    builds.push_back({"win64",
+                      {wine, win64Host.string()},
+                      {"WINEPREFIX=" + prefix.string(), "WINEDEBUG=-all", "WINEDLLOVERRIDES=mscoree,mshtml="}});
+  }
+
   const fs::path dir = fs::temp_directory_path() / ("qmcsv_actions_bench_" + std::to_string(records));
   fs::create_directories(dir);
-  const fs::path input = dir / "orders.csv";
-  const double mb = static_cast<double>(qm::bench::WriteOrdersFile(input.string(), records)) / 1e6;
+  const double fileMb = static_cast<double>(qm::bench::WriteOrdersFile((dir / "orders.csv").string(), records)) / 1e6;
   std::printf("records: %llu\n", records);
-  std::printf("file_size: %.1f MB\n", mb);
+  std::printf("file_size: %.1f MB\n", fileMb);
+  std::printf("runs: %d\n", runs);
 
-  for (const Figure& figure : kFigures) {
-    const fs::path task = dir / (std::string(figure.name) + ".qmt");
+  int failures = 0;
+  for (const Job& job : kJobs) {
+    const fs::path task = dir / (std::string(job.name) + ".qmt");
     {
       std::ofstream out(task, std::ios::binary);
-      out << kOpen << figure.action << (figure.save ? kSave : "");
+      out << kOpen << job.steps << (job.save ? kSave : "");
     }
-    const std::string command =
-        "cd " + Quoted(dir) + " && " + Quoted(QMHOST_PATH) + " --quiet run " + Quoted(task) + " > /dev/null";
-    std::vector<double> times, cpu;
-    for (int run = 0; run < runs; ++run) {
-      // Each run saves to a new file, as the figures are defined. Replacing
-      // the file of the run before would also time the kernel finishing that
-      // file's write-back when it is deleted.
-      fs::remove(dir / "saved.csv");
-      const auto start = Clock::now();
-      const double cpuStart = ChildCpuSeconds();
-      if (std::system(command.c_str()) != 0) {
-        std::fprintf(stderr, "%s: the task failed\n", figure.name);
-        return 1;
+    std::vector<Result> results;
+    for (const Build& build : builds) {
+      const std::optional<Result> result = TimeJob(build, job, dir, task, runs);
+      if (!result) {
+        ++failures;
+        break;
       }
-      times.push_back(std::chrono::duration<double>(Clock::now() - start).count());
-      cpu.push_back(ChildCpuSeconds() - cpuStart);
+      results.push_back(*result);
+      std::printf("%s %s: %.3f s (best %.3f s, cpu %.3f s, peak %.0f MB)\n", build.name, job.name, result->wall,
+                  result->best, result->cpu, result->peakMb);
+      if (job.save) std::printf("%s %s_output: %s\n", build.name, job.name, result->hash.c_str());
     }
-    std::printf("%s: %.3f s\n", figure.name, Median(times));
-    std::printf("%s_best: %.3f s\n", figure.name, *std::min_element(times.begin(), times.end()));
-    std::printf("%s_cpu: %.3f s\n", figure.name, Median(cpu));
+    if (results.size() == 2) {
+      std::printf("ratio %s: %.2fx\n", job.name, results[1].wall / results[0].wall);
+      if (job.save && results[0].hash != results[1].hash) {
+        std::printf("%s: the two builds saved different files\n", job.name);
+        ++failures;
+      }
+    }
+    if (std::strcmp(job.name, "open_info") == 0) {
+      for (size_t i = 0; i < results.size(); ++i) {
+        std::printf("%s loaded_peak_to_file: %.2fx\n", builds[i].name, results[i].peakMb * 1.048576 / fileMb);
+      }
+    }
+    std::fflush(stdout);
   }
 
   std::error_code ignored;
   fs::remove_all(dir, ignored);
-  return 0;
+  return failures == 0 ? 0 : 1;
 }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "core/convert.h"
+#include "core/terminated_text.h"
 #include "boundary/task_bridge.h"
 #include "platform/host_window.h"
 
@@ -93,8 +94,13 @@ std::u16string SelectVariable() {
 }
 
 void SetVariable(std::u16string_view name, std::u16string_view value, bool expandName) {
-  const std::u16string target = expandName ? ExpandVariables(name) : Z(name);
-  HostApp().SetUserVar(target.c_str(), Z(value).c_str());
+  // Names and values are usually short: copied without the heap.
+  if (expandName) {
+    const std::u16string target = ExpandVariables(name);
+    HostApp().SetUserVar(target.c_str(), TerminatedText(value).c_str());
+  } else {
+    HostApp().SetUserVar(TerminatedText(name).c_str(), TerminatedText(value).c_str());
+  }
 }
 
 void ShowAbout(void* icon, std::u16string_view title, std::u16string_view addon) {

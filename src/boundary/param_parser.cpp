@@ -1,6 +1,7 @@
 #include "boundary/param_parser.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "core/convert.h"
 #include "core/text_lines.h"
@@ -16,6 +17,14 @@ std::u16string FoldedName(std::u16string_view name) {
   std::u16string folded(name);
   for (auto& c : folded) c = FoldAscii(c);
   return folded;
+}
+
+bool SameName(std::u16string_view a, std::u16string_view b) {
+  if (a.size() != b.size()) return false;
+  for (size_t i = 0; i < a.size(); ++i) {
+    if (FoldAscii(a[i]) != FoldAscii(b[i])) return false;
+  }
+  return true;
 }
 
 std::u16string_view NameOf(std::u16string_view line) {
@@ -62,6 +71,7 @@ void TQMParamParser::SetText(std::u16string_view text) {
 
 void TQMParamParser::Reindex() {
   index_.clear();
+  if (lines_.size() <= kScannedLines) return;
   index_.reserve(lines_.size());
   for (size_t i = 0; i < lines_.size(); ++i) index_.try_emplace(FoldedName(NameOf(lines_[i])), static_cast<int>(i));
 }
@@ -76,7 +86,24 @@ std::u16string TQMParamParser::Text() const {
 }
 
 int TQMParamParser::Find(std::u16string_view name) const {
-  const auto found = index_.find(FoldedName(name));
+  if (lines_.size() <= kScannedLines) {
+    for (size_t i = 0; i < lines_.size(); ++i) {
+      if (SameName(NameOf(lines_[i]), name)) return static_cast<int>(i);
+    }
+    return -1;
+  }
+  // Usual names are folded in place; a long one on the heap.
+  char16_t buffer[64];
+  std::u16string longName;
+  std::u16string_view folded;
+  if (name.size() <= std::size(buffer)) {
+    std::transform(name.begin(), name.end(), buffer, FoldAscii);
+    folded = std::u16string_view(buffer, name.size());
+  } else {
+    longName = FoldedName(name);
+    folded = longName;
+  }
+  const auto found = index_.find(folded);
   return found == index_.end() ? -1 : found->second;
 }
 
@@ -127,8 +154,12 @@ void TQMParamParser::SetString(std::u16string_view name, std::u16string_view val
   if (i >= 0) {
     lines_[static_cast<size_t>(i)] = std::move(line);
   } else {
-    index_.try_emplace(FoldedName(name), static_cast<int>(lines_.size()));
     lines_.push_back(std::move(line));
+    if (lines_.size() == kScannedLines + 1) {
+      Reindex();
+    } else if (lines_.size() > kScannedLines + 1) {
+      index_.try_emplace(FoldedName(name), static_cast<int>(lines_.size() - 1));
+    }
   }
 }
 
@@ -143,7 +174,17 @@ std::vector<int32_t> TQMParamParser::PresentIndices(std::u16string_view prefix, 
                                                     std::u16string (*keyOf)(int32_t)) const {
   std::vector<int32_t> indices;
   const std::u16string start = FoldedName(prefix);
-  for (const auto& [name, line] : index_) {
+  // Each distinct name once: from the index, or from the lines where a name
+  // counts at its first line only.
+  std::vector<std::u16string> scanned;
+  if (lines_.size() <= kScannedLines) {
+    for (size_t i = 0; i < lines_.size(); ++i) {
+      if (Find(NameOf(lines_[i])) == static_cast<int>(i)) scanned.push_back(FoldedName(NameOf(lines_[i])));
+    }
+  } else {
+    for (const auto& entry : index_) scanned.push_back(entry.first);
+  }
+  for (const std::u16string& name : scanned) {
     if (name.size() <= start.size() || name.size() > start.size() + 8 || name.compare(0, start.size(), start) != 0) {
       continue;
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -61,12 +62,20 @@ class TQMParamParser {
   bool IsRemote = false;
 
  private:
+  // Blocks of up to this many lines are searched line by line, which costs
+  // less than building an index for each step call; larger ones are indexed.
+  static constexpr size_t kScannedLines = 16;
   int Find(std::u16string_view name) const;
   void Reindex();
   std::vector<std::u16string> lines_;
-  // Each name in ASCII upper case, to the first line that holds it: a key
-  // given twice reads as its first line.
-  std::unordered_map<std::u16string, int> index_;
+  // Each name in ASCII upper case, to the first line that holds it (a key
+  // given twice reads as its first line); empty for a block that is scanned.
+  // Looked up by view, so that a lookup copies no name to the heap.
+  struct NameHash {
+    using is_transparent = void;
+    size_t operator()(std::u16string_view name) const noexcept { return std::hash<std::u16string_view>{}(name); }
+  };
+  std::unordered_map<std::u16string, int, NameHash, std::equal_to<>> index_;
 };
 
 // A zero-terminated UTF-16 text as a view (null gives the empty view).

@@ -4,6 +4,7 @@
 
 #include "core/errors.h"
 #include "core/messages.h"
+#include "core/terminated_text.h"
 #include "boundary/host_services.h"
 
 namespace qm {
@@ -13,9 +14,6 @@ namespace {
 void Release(IQmTaskBridge* intf) {
   if (intf) intf->lpVtbl->Release(intf);
 }
-
-// Zero-terminated copy for the host.
-std::u16string Z(std::u16string_view text) { return std::u16string(text); }
 
 }  // namespace
 
@@ -59,7 +57,7 @@ void QmTaskBridge::SetNextStep(int32_t step) const { intf_->lpVtbl->SetNextStep(
 
 std::u16string QmTaskBridge::GetPrivateVariable(std::u16string_view name) const {
   char16_t* block = nullptr;
-  const std::u16string key = Z(name);
+  const TerminatedText key(name);
   intf_->lpVtbl->GetPrivateVariable(intf_, &block, key.c_str());
   if (!block) return {};
   std::u16string value(block);
@@ -70,13 +68,13 @@ std::u16string QmTaskBridge::GetPrivateVariable(std::u16string_view name) const 
 }
 
 void QmTaskBridge::SetPrivateVariable(std::u16string_view name, std::u16string_view value) const {
-  const std::u16string key = Z(name);
-  const std::u16string text = Z(value);
+  const TerminatedText key(name);
+  const TerminatedText text(value);
   intf_->lpVtbl->SetPrivateVariable(intf_, key.c_str(), text.c_str());
 }
 
 void QmTaskBridge::Log(int32_t infoType, std::u16string_view text) const {
-  const std::u16string line = Z(text);
+  const TerminatedText line(text);
   intf_->lpVtbl->Log(intf_, static_cast<uint8_t>(infoType), line.c_str());
 }
 

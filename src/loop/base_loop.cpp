@@ -6,12 +6,14 @@ namespace qm {
 
 namespace {
 
-// Upper-case hexadecimal digits of a value, at least `digits` of them.
-void AppendHex(std::u16string& out, uint32_t value, int digits) {
+// Upper-case hexadecimal digits of a value, at least `digits` of them;
+// returns the position after them.
+char16_t* WriteHex(char16_t* out, uint32_t value, int digits) {
   int count = 1;
   while (count < 8 && (value >> (4 * count)) != 0) ++count;
   if (count < digits) count = digits;
-  for (int shift = 4 * (count - 1); shift >= 0; shift -= 4) out += u"0123456789ABCDEF"[(value >> shift) & 0xF];
+  for (int shift = 4 * (count - 1); shift >= 0; shift -= 4) *out++ = u"0123456789ABCDEF"[(value >> shift) & 0xF];
+  return out;
 }
 
 }  // namespace
@@ -49,15 +51,17 @@ void TBaseLoop::StopLoop() {
 }
 
 std::u16string TBaseLoop::GetPrefix(int32_t ATaskID, int32_t AStepNum) {
+  char16_t prefix[kMaxPrefixUnits];
+  return std::u16string(prefix, WritePrefix(ATaskID, AStepNum, prefix));
+}
+
+size_t TBaseLoop::WritePrefix(int32_t ATaskID, int32_t AStepNum, char16_t* out) noexcept {
   // Both as the 32-bit values they are: a negative number shows all its digits.
-  // Built in place: the Data Loop asks for it on every pass.
-  std::u16string prefix;
-  prefix.reserve(32);
-  AppendHex(prefix, static_cast<uint32_t>(ATaskID), 8);
-  prefix += u'_';
-  AppendHex(prefix, static_cast<uint32_t>(AStepNum), 4);
-  prefix += u'_';
-  return prefix;
+  char16_t* end = WriteHex(out, static_cast<uint32_t>(ATaskID), 8);
+  *end++ = u'_';
+  end = WriteHex(end, static_cast<uint32_t>(AStepNum), 4);
+  *end++ = u'_';
+  return static_cast<size_t>(end - out);
 }
 
 int32_t TBaseLoop::StepAfterLoop(const QmTaskBridge& task, int32_t loopStep) {

@@ -6,6 +6,7 @@
 // matching end-loop step.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -55,6 +56,10 @@ class TBaseLoop {
   // upper-case hexadecimal, at least 8 digits, "_", the step number, at least
   // 4 digits, "_" (task 42, step 3: 0000002A_0003_).
   static std::u16string GetPrefix(int32_t ATaskID, int32_t AStepNum);
+  // The same prefix written to `out`, which has room for kMaxPrefixUnits;
+  // returns its length. For names built on every pass without the heap.
+  static constexpr size_t kMaxPrefixUnits = 18;
+  static size_t WritePrefix(int32_t ATaskID, int32_t AStepNum, char16_t* out) noexcept;
 
   // The step to run once the loop at `loopStep` is over: the one after its
   // matching end-loop step, found by counting begin- and end-loop steps from

@@ -50,20 +50,36 @@ bool TCSVLoopClass::ScanRows() {
   return FCurrentRow < RowCount();
 }
 
+namespace {
+
+// The slot's name, built on every pass without the heap.
+class SlotName {
+ public:
+  SlotName(int32_t taskId, int32_t step) : size_(TBaseLoop::WritePrefix(taskId, step, text_)) {
+    kCSVLoopSuffix.copy(text_ + size_, kCSVLoopSuffix.size());
+    size_ += kCSVLoopSuffix.size();
+  }
+  std::u16string_view View() const noexcept { return {text_, size_}; }
+
+ private:
+  char16_t text_[TBaseLoop::kMaxPrefixUnits + kCSVLoopSuffix.size()];
+  size_t size_;
+};
+
+}  // namespace
+
 std::u16string CSVLoopVariable(int32_t taskId, int32_t step) {
-  std::u16string name = TBaseLoop::GetPrefix(taskId, step);
-  name += kCSVLoopSuffix;
-  return name;
+  return std::u16string(SlotName(taskId, step).View());
 }
 
 TCSVLoopClass* FindSavedCSVLoop(const QmTaskBridge& task, int32_t step) {
   uint64_t number = 0;
-  if (!TryStrToUInt64(task.GetPrivateVariable(CSVLoopVariable(task.TaskId(), step)), number)) return nullptr;
+  if (!TryStrToUInt64(task.GetPrivateVariable(SlotName(task.TaskId(), step).View()), number)) return nullptr;
   return LiveObjects::Instance().Find<TCSVLoopClass>(number);
 }
 
 void SaveCSVLoop(const QmTaskBridge& task, int32_t step, const TCSVLoopClass* loop) {
-  task.SetPrivateVariable(CSVLoopVariable(task.TaskId(), step), UIntToStr(LiveObjects::NumberOf(loop)));
+  task.SetPrivateVariable(SlotName(task.TaskId(), step).View(), UIntToStr(LiveObjects::NumberOf(loop)));
 }
 
 }  // namespace qm

@@ -34,6 +34,10 @@ class TCSVLoopClass : public TBaseLoop {
   // Whether the current row passes the conditions; the row must exist.
   bool CheckFilters();
 
+  // Room for the row's text that a pass hands to the host, kept from pass to
+  // pass so that it is allocated once, not on every pass.
+  std::u16string& PassText() noexcept { return FPassText; }
+
   bool IsInited() const override { return FInited; }
   bool InitLoop() override;
   void DoneLoop() override { FInited = false; }
@@ -51,6 +55,7 @@ class TCSVLoopClass : public TBaseLoop {
   TSimpleCSVDataClass* FCSVobject = nullptr;
   int32_t FCurrentRow = 0;
   bool FInited = false;
+  std::u16string FPassText;
 };
 
 // The name of the task-private variable that holds the loop of a step:

@@ -1,5 +1,6 @@
 #include "loop/data_loop.h"
 
+#include <algorithm>
 #include <memory>
 #include <string_view>
 
@@ -59,6 +60,16 @@ void AppendJsonString(std::u16string_view text, std::u16string& out) {
   out += u'"';
 }
 
+// The row's number from 1 as decimal text, in `room` (kept from pass to pass).
+std::u16string_view RowNumberText(int32_t row, std::u16string& room) {
+  const int64_t number = int64_t{row} + 1;
+  if (number <= 0) return room = IntToStr(number);
+  room.clear();
+  for (int64_t rest = number; rest > 0; rest /= 10) room.push_back(static_cast<char16_t>(u'0' + rest % 10));
+  std::reverse(room.begin(), room.end());
+  return room;
+}
+
 // The first pass: the loop over the task's table with the step's conditions,
 // saved in the step's slot. Null after reporting when there is no table; a
 // bad condition raises before anything is saved.
@@ -97,11 +108,12 @@ bool ExecDataLoop(QmTaskBridge& task, TQMPluginParams& params) {
   const bool json = params.GetBool(kFormatKey);
 
   if (loop->GetNextItem()) {
-    if (!rowVar.empty()) SetVariable(rowVar, IntToStr(int64_t{loop->CurrentRowNum()} + 1));
+    if (!rowVar.empty()) SetVariable(rowVar, RowNumberText(loop->CurrentRowNum(), loop->PassText()));
     if (!lineVar.empty()) {
       // Comma text or JSON, whatever the table's own delimiter and quote character.
       const Record& row = *loop->CurrentRow();
-      std::u16string content;
+      std::u16string& content = loop->PassText();
+      content.clear();
       // Room for the cells with a quote pair and a separator each, so the
       // text is not moved while it grows.
       size_t room = 2;

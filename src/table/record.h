@@ -3,6 +3,8 @@
 // million, and the text dominates the memory.
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -69,6 +71,20 @@ class Record {
       cells.text_ = Text();
     }
     return cells;
+  }
+
+  // Hints to the processor that the record is read soon, for loops over
+  // records that lie in no particular order in memory (as after a sort).
+  // PrefetchStart fetches the block's first line; PrefetchAll, once that
+  // line is in, the rest of the block (up to 1 KiB of it).
+  void PrefetchStart() const noexcept {
+    if (bits_) __builtin_prefetch(block());
+  }
+  void PrefetchAll() const noexcept {
+    if (!bits_) return;
+    const uintptr_t begin = bits_ & ~kInArena;
+    const uintptr_t end = begin + std::min<size_t>(BlockBytes(block()->count, TextLength()), 1024);
+    for (uintptr_t line = (begin | 63) + 1; line < end; line += 64) __builtin_prefetch(reinterpret_cast<const void*>(line));
   }
 
   // Checked access: an index outside 0..Count()-1 raises the list's index error.

@@ -69,14 +69,30 @@ TEST(ParamParser, ManyEntriesReadFastAndFirstLineWins) {
   EXPECT_EQ(p.GetString(u"key7"), u"later");  // the next line of the name moves up
 }
 
+// Small blocks are searched line by line and large ones through their index:
+// both give the same answers.
 TEST(ParamParser, PresentIndicesComeFromTheBlocksNames) {
-  const TQMParamParser p(
+  const std::u16string small =
       u"line00000000=a\nLINE0000000a=b\nline7FFFFFFE=c\nline1=short\nlinezz=x\nline00000003\n"
-      u"line000000030=long\nline00000003=second\nother00000002=y");
+      u"line000000030=long\nline00000003=second\nother00000002=y";
+  std::u16string large = small;
+  for (int i = 0; i < 20; ++i) large += u"\npad" + IntToStr(i) + u"=x";
   const auto keyOf = +[](int32_t i) { return u"line" + IntToHex(static_cast<uint32_t>(i), 8); };
-  EXPECT_EQ(p.PresentIndices(u"line", 2147483647, keyOf), (std::vector<int32_t>{0, 3, 10, 0x7FFFFFFE}));
-  EXPECT_EQ(p.PresentIndices(u"line", 10, keyOf), (std::vector<int32_t>{0, 3}));
-  EXPECT_EQ(p.PresentIndices(u"line", 0, keyOf), std::vector<int32_t>{});
+  for (const std::u16string& block : {small, large}) {
+    const TQMParamParser p(block);
+    EXPECT_EQ(p.PresentIndices(u"line", 2147483647, keyOf), (std::vector<int32_t>{0, 3, 10, 0x7FFFFFFE}));
+    EXPECT_EQ(p.PresentIndices(u"line", 10, keyOf), (std::vector<int32_t>{0, 3}));
+    EXPECT_EQ(p.PresentIndices(u"line", 0, keyOf), std::vector<int32_t>{});
+    EXPECT_EQ(p.GetString(u"LINE00000003"), u"");  // the first line of the name
+  }
+  // A block that grows past the size that is searched line by line.
+  TQMParamParser grown(small);
+  for (int i = 0; i < 20; ++i) grown.SetString(u"Pad" + IntToStr(i), IntToStr(i));
+  grown.SetString(u"LINE00000003", u"set");
+  EXPECT_EQ(grown.GetString(u"pad0"), u"0");
+  EXPECT_EQ(grown.GetString(u"pad19"), u"19");
+  EXPECT_EQ(grown.GetString(u"line00000003"), u"set");
+  EXPECT_EQ(grown.PresentIndices(u"line", 10, keyOf), (std::vector<int32_t>{0, 3}));
 }
 
 }  // namespace
