@@ -60,17 +60,29 @@ Outcome Configure(const char* actionId, const std::string& block, const wchar_t*
   }
   CloseHandle(writeEnd);
   if (HWND dialog = WaitForWindowOf(process.dwProcessId, caption)) {
-    Sleep(200);
-    GUITHREADINFO gui{};
-    gui.cbSize = sizeof gui;
-    HWND target = GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &gui) && gui.hwndFocus ? gui.hwndFocus
-                                                                                                   : dialog;
-    PostMessageW(target, WM_KEYDOWN, key, 1);
-    PostMessageW(target, WM_KEYUP, key, 1 | (3u << 30));
+    // The key goes to the focused control; a key that arrives before the
+    // dialog takes it is sent again, so that a lost key fails the test
+    // instead of leaving it waiting on the pipe.
+    for (int attempt = 0; attempt < 5; ++attempt) {
+      Sleep(200);
+      GUITHREADINFO gui{};
+      gui.cbSize = sizeof gui;
+      HWND target = GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &gui) && gui.hwndFocus
+                        ? gui.hwndFocus
+                        : dialog;
+      PostMessageW(target, WM_KEYDOWN, key, 1);
+      PostMessageW(target, WM_KEYUP, key, 1 | (3u << 30));
+      if (WaitForSingleObject(process.hProcess, 3000) == WAIT_OBJECT_0 || !IsWindow(dialog)) break;
+    }
   } else {
     ADD_FAILURE() << "no editor window";
-    TerminateProcess(process.hProcess, 99);
   }
+  if (WaitForSingleObject(process.hProcess, 10000) != WAIT_OBJECT_0) {
+    ADD_FAILURE() << "qmhost.exe did not end";
+    TerminateProcess(process.hProcess, 99);
+    WaitForSingleObject(process.hProcess, 10000);
+  }
+  // The process has ended: the pipe holds all it wrote.
   char buffer[4096];
   DWORD got = 0;
   while (ReadFile(readEnd, buffer, sizeof buffer, &got, nullptr) && got > 0) {
@@ -78,7 +90,6 @@ Outcome Configure(const char* actionId, const std::string& block, const wchar_t*
       if (buffer[i] != '\r') run.output.push_back(buffer[i]);
     }
   }
-  WaitForSingleObject(process.hProcess, 10000);
   GetExitCodeProcess(process.hProcess, &run.exitCode);
   CloseHandle(process.hProcess);
   CloseHandle(process.hThread);
