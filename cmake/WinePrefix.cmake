@@ -112,10 +112,24 @@ if(NOT user_reg MATCHES "\"Managed\"=\"N\"")
   endif()
 endif()
 
-# Proves that a Windows program runs (and leaves wineserver up for the tests).
-execute_process(COMMAND "${WINE}" cmd.exe /c echo wine-ok
-                RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err TIMEOUT 120)
+# One wineserver for the whole run, kept until the stop fixture, and Wine's
+# own services (started by the first program the server runs) started here
+# with their output in a file. A server or service started by a test would
+# hold that test's output pipe open, and CTest would wait on it long after
+# the test had ended.
+execute_process(COMMAND "${WINESERVER}" -k OUTPUT_QUIET ERROR_QUIET TIMEOUT 30)
+execute_process(COMMAND "${WINESERVER}" -w OUTPUT_QUIET ERROR_QUIET TIMEOUT 30)
+execute_process(COMMAND sh -c "\"$0\" -p </dev/null >/dev/null 2>&1" "${WINESERVER}" RESULT_VARIABLE rc)
+if(NOT rc EQUAL 0)
+  message(FATAL_ERROR "wineserver did not start (${rc})")
+endif()
+
+# Proves that a Windows program runs (and starts the services).
+set(log "${PREFIX}/qmcsv-wine-ok.log")
+execute_process(COMMAND sh -c "\"$0\" cmd.exe /c echo wine-ok </dev/null >\"$1\" 2>&1" "${WINE}" "${log}"
+                RESULT_VARIABLE rc TIMEOUT 120)
+file(READ "${log}" out)
 if(NOT rc EQUAL 0 OR NOT out MATCHES "wine-ok")
-  message(FATAL_ERROR "Wine cannot run programs in ${PREFIX} (${rc}):\n${out}\n${err}")
+  message(FATAL_ERROR "Wine cannot run programs in ${PREFIX} (${rc}):\n${out}")
 endif()
 message(STATUS "Wine prefix ready: ${PREFIX}")
