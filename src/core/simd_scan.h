@@ -1,9 +1,12 @@
 // Searches over UTF-16 text, eight units at a time where SSE2 is available
-// (every x86-64 build), one at a time elsewhere. Internal to the CSV reader
+// (every x86-64 build), one at a time elsewhere, and over one-byte text
+// (characters below U+0100), sixteen at a time. Internal to the CSV reader
 // and writer.
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -105,6 +108,72 @@ inline size_t CopyUntil(const char16_t* in, size_t count, char16_t* out, char16_
 #endif
   for (; k < count && in[k] != stop; ++k) out[k] = in[k];
   return k;
+}
+
+// One-byte text. A character above 0xFF cannot occur in it: searches for one
+// look for a byte 0 in its place, which every caller looks for anyway.
+inline uint8_t ByteOr0(char16_t c) { return c < 0x100 ? static_cast<uint8_t>(c) : 0; }
+
+#if defined(__SSE2__)
+inline __m128i Load(const uint8_t* p) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)); }
+
+// The first byte of [p, end) that `hits` marks, sixteen bytes a look; the
+// last piece is the last sixteen bytes, those already looked at masked off.
+template <typename Hits>
+inline const uint8_t* ScanBytes(const uint8_t* p, const uint8_t* end, Hits&& hits) {
+  for (; end - p >= 16; p += 16) {
+    const int mask = _mm_movemask_epi8(hits(p));
+    if (mask) return p + __builtin_ctz(static_cast<unsigned>(mask));
+  }
+  if (p == end) return end;
+  const uint8_t* last = end - 16;
+  const int mask = _mm_movemask_epi8(hits(last)) & ~((1 << (p - last)) - 1);
+  return mask ? last + __builtin_ctz(static_cast<unsigned>(mask)) : end;
+}
+#endif
+
+inline const uint8_t* FindAny3(const uint8_t* p, const uint8_t* end, char16_t a, char16_t b, char16_t c) {
+  const uint8_t x = ByteOr0(a), y = ByteOr0(b), z = ByteOr0(c);
+#if defined(__SSE2__)
+  const __m128i va = _mm_set1_epi8(static_cast<char>(x));
+  const __m128i vb = _mm_set1_epi8(static_cast<char>(y));
+  const __m128i vc = _mm_set1_epi8(static_cast<char>(z));
+  auto hits = [&](const uint8_t* q) {
+    const __m128i v = Load(q);
+    return _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(v, va), _mm_cmpeq_epi8(v, vb)), _mm_cmpeq_epi8(v, vc));
+  };
+  if (end - p >= 16) return ScanBytes(p, end, hits);
+#endif
+  for (; p < end; ++p) {
+    if (*p == x || *p == y || *p == z) return p;
+  }
+  return end;
+}
+
+inline const uint8_t* Find(const uint8_t* p, const uint8_t* end, char16_t a) {
+  if (a > 0xFF || p == end) return end;
+  const void* hit = std::memchr(p, a, static_cast<size_t>(end - p));
+  return hit ? static_cast<const uint8_t*>(hit) : end;
+}
+
+inline const uint8_t* FindBlankOr2(const uint8_t* p, const uint8_t* end, char16_t a, char16_t b) {
+  const uint8_t x = ByteOr0(a), y = ByteOr0(b);
+#if defined(__SSE2__)
+  const __m128i va = _mm_set1_epi8(static_cast<char>(x));
+  const __m128i vb = _mm_set1_epi8(static_cast<char>(y));
+  const __m128i space = _mm_set1_epi8(32);
+  const __m128i zero = _mm_setzero_si128();
+  auto hits = [&](const uint8_t* q) {
+    const __m128i v = Load(q);
+    const __m128i low = _mm_cmpeq_epi8(_mm_subs_epu8(v, space), zero);
+    return _mm_or_si128(low, _mm_or_si128(_mm_cmpeq_epi8(v, va), _mm_cmpeq_epi8(v, vb)));
+  };
+  if (end - p >= 16) return ScanBytes(p, end, hits);
+#endif
+  for (; p < end; ++p) {
+    if (*p <= 32 || *p == x || *p == y) return p;
+  }
+  return end;
 }
 
 }  // namespace qm::simd

@@ -37,6 +37,8 @@ class TCSVLoopClass : public TBaseLoop {
   // Room for the row's text that a pass hands to the host, kept from pass to
   // pass so that it is allocated once, not on every pass.
   std::u16string& PassText() noexcept { return FPassText; }
+  // Room for a one-byte row widened to UTF-16, kept the same way.
+  std::u16string& RowUnits() noexcept { return FRowUnits; }
 
   bool IsInited() const override { return FInited; }
   bool InitLoop() override;
@@ -56,6 +58,7 @@ class TCSVLoopClass : public TBaseLoop {
   int32_t FCurrentRow = 0;
   bool FInited = false;
   std::u16string FPassText;
+  std::u16string FRowUnits;
 };
 
 // The name of the task-private variable that holds the loop of a step:

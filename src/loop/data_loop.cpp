@@ -86,13 +86,38 @@ TCSVLoopClass* StartLoop(QmTaskBridge& task, const TQMPluginParams& params) {
 
 }  // namespace
 
-void AppendRowAsJson(const Record& row, std::u16string& out) {
+namespace {
+
+// A row's cells as UTF-16: a one-byte row is widened once, into `scratch`.
+class WideRow {
+ public:
+  WideRow(const Record& row, std::u16string& scratch) : cells_(row.AllCells()), all_(cells_.All().Wide(scratch)) {}
+  size_t Count() const noexcept { return static_cast<size_t>(cells_.Count()); }
+  // The characters of all its cells.
+  size_t Units() const noexcept { return all_.size(); }
+  std::u16string_view operator()(size_t k) const noexcept {
+    const uint32_t begin = k == 0 ? 0 : cells_.End(static_cast<int32_t>(k) - 1);
+    return all_.substr(begin, cells_.End(static_cast<int32_t>(k)) - begin);
+  }
+
+ private:
+  Record::Cells cells_;
+  std::u16string_view all_;
+};
+
+void AppendRowAsJson(const WideRow& row, std::u16string& out) {
   out += u'[';
-  for (int32_t i = 0; i < row.Count(); ++i) {
+  for (size_t i = 0; i < row.Count(); ++i) {
     if (i > 0) out += u',';
-    AppendJsonString(row.Cell(i), out);
+    AppendJsonString(row(i), out);
   }
   out += u']';
+}
+
+}  // namespace
+
+void AppendRowAsJson(const Record& row, std::u16string& out, std::u16string& scratch) {
+  AppendRowAsJson(WideRow(row, scratch), out);
 }
 
 bool ExecDataLoop(QmTaskBridge& task, TQMPluginParams& params) {
@@ -111,20 +136,16 @@ bool ExecDataLoop(QmTaskBridge& task, TQMPluginParams& params) {
     if (!rowVar.empty()) SetVariable(rowVar, RowNumberText(loop->CurrentRowNum(), loop->PassText()));
     if (!lineVar.empty()) {
       // Comma text or JSON, whatever the table's own delimiter and quote character.
-      const Record& row = *loop->CurrentRow();
+      const WideRow row(*loop->CurrentRow(), loop->RowUnits());
       std::u16string& content = loop->PassText();
       content.clear();
       // Room for the cells with a quote pair and a separator each, so the
       // text is not moved while it grows.
-      size_t room = 2;
-      for (int32_t i = 0; i < row.Count(); ++i) room += row.Cell(i).size() + 3;
-      content.reserve(room);
+      content.reserve(2 + row.Units() + 3 * row.Count());
       if (json) {
         AppendRowAsJson(row, content);
       } else {
-        JoinDelimited(
-            static_cast<size_t>(row.Count()), [&row](size_t k) { return row.Cell(static_cast<int32_t>(k)); }, kCommaText,
-            content);
+        JoinDelimited(row.Count(), row, kCommaText, content);
       }
       SetVariable(lineVar, content);
     }

@@ -25,7 +25,8 @@ void StopDataLoop(const QmTaskBridge& task, const TQMPluginParams& params);
 // A row as a compact JSON array of strings: ["a","b c",""]. Quotes,
 // backslashes and control characters are escaped; other characters stay as
 // they are except unpaired surrogates, which are written as \uXXXX so that
-// the text is valid UTF-16 throughout.
-void AppendRowAsJson(const Record& row, std::u16string& out);
+// the text is valid UTF-16 throughout. `scratch` holds a one-byte row's text
+// widened.
+void AppendRowAsJson(const Record& row, std::u16string& out, std::u16string& scratch);
 
 }  // namespace qm

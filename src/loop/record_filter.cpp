@@ -23,7 +23,7 @@ TCSVRecordFilter::~TCSVRecordFilter() = default;
 
 bool TCSVRecordFilter::Matched(const Record& ARow) {
   if (FAsRegExp) {
-    const std::u16string_view cell = ARow.At(FColumn);
+    const std::u16string_view cell = ARow.At(FColumn).Wide(FWideCell);
     // A malformed pattern reports as it always has, with the library's words.
     FRegExObj->Compile();
     try {
@@ -35,7 +35,7 @@ bool TCSVRecordFilter::Matched(const Record& ARow) {
     }
   }
   if (FSubstring.empty()) return true;
-  const std::u16string_view cell = ARow.At(FColumn);
+  const std::u16string_view cell = ARow.At(FColumn).Wide(FWideCell);
   if (FCase) return cell.find(FSubstring) != std::u16string_view::npos;
   // Folding keeps the length, so a shorter cell cannot contain the substring.
   if (cell.size() < FFoldedSubstring.size()) return false;

@@ -55,6 +55,7 @@ class TCSVRecordFilter {
   // cell is folded into (it grows to the longest cell and then stays).
   std::u16string FFoldedSubstring;
   std::u16string FFoldedCell;
+  std::u16string FWideCell;  // a one-byte cell widened
 };
 
 // An ordered list of owned conditions combined with AND (the default) or OR.

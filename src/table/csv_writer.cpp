@@ -80,8 +80,9 @@ bool IsLineEndOrNul(char16_t c) { return c == 0 || c == u'\r' || c == u'\n'; }
 
 // Whether the cell goes out in quote characters: it holds the delimiter, the
 // quote character or, not strict, a character with code 1 to 32.
-bool NeedsQuotes(std::u16string_view cell, const TextFormat& f) {
-  for (const char16_t c : cell) {
+bool NeedsQuotes(CellText cell, const TextFormat& f) {
+  for (size_t k = 0; k < cell.size(); ++k) {
+    const char16_t c = cell[k];
     if (c == f.delimiter || (c == f.quote && c != 0) || (!f.strict && c >= 1 && c <= 32)) return true;
   }
   return false;

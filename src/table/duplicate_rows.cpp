@@ -34,9 +34,16 @@ class RowKeys {
     const Record::Cells cells = record.AllCells();
     uint64_t h = static_cast<uint64_t>(cells.Count()) * kMultiplier;
     for (int32_t k = 0; k < cells.Count(); ++k) h = Mix(h ^ cells.End(k));
-    const std::u16string_view text = cells.All();
-    if (!fold_) return Finish(HashUnits<false>(text, h));
-    if (IsAscii(text)) return Finish(HashUnits<true>(text, h));
+    const CellText text = cells.All();
+    if (text.IsNarrow()) {
+      const uint8_t* bytes = text.Bytes();
+      if (!fold_) return Finish(HashBytes<false>(bytes, text.size(), h));
+      if (IsAscii(bytes, text.size())) return Finish(HashBytes<true>(bytes, text.size(), h));
+    } else {
+      const std::u16string_view units(text.Units(), text.size());
+      if (!fold_) return Finish(HashUnits<false>(units, h));
+      if (IsAscii(units)) return Finish(HashUnits<true>(units, h));
+    }
     return Finish(HashUnits<false>(Folded(record, scratch_), h));
   }
 
@@ -46,7 +53,9 @@ class RowKeys {
     for (int32_t k = 0; k < ca.Count(); ++k) {
       if (ca.End(k) != cb.End(k)) return false;
     }
-    return fold_ ? Folded(a, scratch_) == Folded(b, other_) : ca.All() == cb.All();
+    if (!fold_) return ca.All() == cb.All();
+    const std::u16string_view folded = Folded(a, scratch_);
+    return folded == Folded(b, other_);
   }
 
  private:
@@ -68,6 +77,11 @@ class RowKeys {
   static bool IsAscii(std::u16string_view cell) {
     char16_t seen = 0;
     for (const char16_t c : cell) seen |= c;
+    return seen < 0x80;
+  }
+  static bool IsAscii(const uint8_t* bytes, size_t size) {
+    uint8_t seen = 0;
+    for (size_t k = 0; k < size; ++k) seen |= bytes[k];
     return seen < 0x80;
   }
 
@@ -102,13 +116,39 @@ class RowKeys {
     return h;
   }
 
+  // The same for one-byte text: each byte is hashed as the unit it stands
+  // for, so a text hashes alike however its record keeps it.
+  template <bool Fold>
+  static uint64_t HashBytes(const uint8_t* p, size_t n, uint64_t h) {
+    auto widen4 = [](uint32_t x) {
+      uint64_t w = x;
+      w = (w | (w << 16)) & 0x0000FFFF0000FFFFull;
+      return (w | (w << 8)) & 0x00FF00FF00FF00FFull;
+    };
+    for (; n >= 4; p += 4, n -= 4) {
+      uint32_t x;
+      std::memcpy(&x, p, sizeof x);
+      uint64_t w = widen4(x);
+      if (Fold) w = FoldAscii4(w);
+      h = Mix(h ^ w);
+    }
+    if (n) {
+      uint32_t x = 0;
+      std::memcpy(&x, p, n);
+      uint64_t w = widen4(x);
+      if (Fold) w = FoldAscii4(w);
+      h = Mix(h ^ w);
+    }
+    return h;
+  }
+
   // The folded cells back to back, as if each cell were folded on its own
   // (in the key a delimiter or quote stands between two cells). Runs of four
   // ASCII units are folded at once; other units go through the full folding
   // in runs, which never split a surrogate pair.
-  static std::u16string_view Folded(const Record& record, std::u16string& buffer) {
+  std::u16string_view Folded(const Record& record, std::u16string& buffer) {
     const Record::Cells cells = record.AllCells();
-    const std::u16string_view text = cells.All();
+    const std::u16string_view text = cells.All().Wide(wide_);
     const size_t n = text.size();
     buffer.resize(n);
     const char16_t* in = text.data();
@@ -152,6 +192,7 @@ class RowKeys {
   bool fold_;
   std::u16string scratch_;
   std::u16string other_;
+  std::u16string wide_;  // one-byte text widened for folding
 };
 
 // The rows kept so far, by key. Only the row and 32 bits of its hash are

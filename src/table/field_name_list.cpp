@@ -16,13 +16,13 @@ Record Head(const Record& record, int32_t count) {
   const Record::Cells cells = record.AllCells();
   std::vector<uint32_t> ends(static_cast<size_t>(count));
   for (int32_t k = 0; k < count; ++k) ends[static_cast<size_t>(k)] = cells.End(k);
-  return Record(cells.All().substr(0, count ? ends.back() : 0), ends);
+  return Record(cells.All().Sub(0, count ? ends.back() : 0), ends);
 }
 
 }  // namespace
 
 std::u16string FieldNameList::Name(int32_t column) const {
-  return column < made_ ? MadeUpName(column) : std::u16string(named_.Cell(column - made_));
+  return column < made_ ? MadeUpName(column) : named_.Cell(column - made_).ToString();
 }
 
 Record FieldNameList::AsRecord() const {
@@ -36,7 +36,7 @@ Record FieldNameList::AsRecord() const {
   }
   const Record::Cells cells = named_.AllCells();
   for (int32_t k = 0; k < cells.Count(); ++k) {
-    text += cells[k];
+    cells[k].AppendTo(text);
     ends.push_back(static_cast<uint32_t>(text.size()));
   }
   return Record(text, ends);

@@ -34,8 +34,19 @@ inline bool DigitLess(const TextKey& a, const TextKey& b) {
 }
 inline bool DigitEqual(const TextKey& a, const TextKey& b) { return a.digits == b.digits && a.left == b.left; }
 
+// The four units of `cell` from `depth` on, zero padded, in one integer.
+template <bool Fold, typename Unit>
+inline uint64_t PackDigits(const Unit* units, size_t left) {
+  uint64_t digits = 0;
+  for (size_t k = 0; k < 4; ++k) {
+    const char16_t c = k < left ? (Fold ? FoldAscii(units[k]) : units[k]) : 0;
+    digits = (digits << 16) | c;
+  }
+  return digits;
+}
+
 template <bool Fold>
-void FillDigits(TextKey* begin, TextKey* end, const std::vector<std::u16string_view>& cells, size_t depth) {
+void FillDigits(TextKey* begin, TextKey* end, const std::vector<CellText>& cells, size_t depth) {
   // The keys' cells lie all over the table: fetch them a little ahead so the
   // memory waits overlap.
   constexpr ptrdiff_t kAhead = 16;
@@ -43,24 +54,22 @@ void FillDigits(TextKey* begin, TextKey* end, const std::vector<std::u16string_v
 #if defined(__GNUC__)
     if (end - key > 2 * kAhead) {
       __builtin_prefetch(&cells[key[2 * kAhead].row]);
-      const std::u16string_view soon = cells[key[kAhead].row];
-      if (soon.size() > depth) __builtin_prefetch(soon.data() + depth);
+      const CellText soon = cells[key[kAhead].row];
+      if (soon.size() > depth) {
+        __builtin_prefetch(soon.IsNarrow() ? static_cast<const void*>(soon.Bytes() + depth) : soon.Units() + depth);
+      }
     }
 #endif
-    const std::u16string_view cell = cells[key->row];
+    const CellText cell = cells[key->row];
     const size_t left = cell.size() - depth;
-    uint64_t digits = 0;
-    for (size_t k = 0; k < 4; ++k) {
-      const char16_t c = k < left ? (Fold ? FoldAscii(cell[depth + k]) : cell[depth + k]) : 0;
-      digits = (digits << 16) | c;
-    }
-    key->digits = digits;
+    key->digits = cell.IsNarrow() ? PackDigits<Fold>(cell.Bytes() + depth, left)
+                                  : PackDigits<Fold>(cell.Units() + depth, left);
     key->left = static_cast<uint32_t>(std::min<size_t>(left, 5));
   }
 }
 
 template <bool Fold>
-void SortTextKeys(std::vector<TextKey>& keys, const std::vector<std::u16string_view>& cells) {
+void SortTextKeys(std::vector<TextKey>& keys, const std::vector<CellText>& cells) {
   struct Range {
     TextKey* begin;
     TextKey* end;
@@ -89,9 +98,12 @@ struct NumberKey {
 
 }  // namespace
 
-bool TryTextToFloat(std::u16string_view text, double& value) {
+namespace {
+
+template <typename Unit>
+bool TextToFloat(const Unit* text, size_t size, double& value) {
   const char16_t separator = DecimalSeparator();
-  size_t i = 0, n = text.size();
+  size_t i = 0, n = size;
   while (i < n && IsNumberBlank(text[i])) ++i;
   while (n > i && IsNumberBlank(text[n - 1])) --n;
   if (i == n || n - i > 4096) return false;
@@ -124,6 +136,12 @@ bool TryTextToFloat(std::u16string_view text, double& value) {
   if (result.ec != std::errc() || result.ptr != ascii.data() + ascii.size()) return false;
   value = parsed;
   return true;
+}
+
+}  // namespace
+
+bool TryTextToFloat(CellText text, double& value) {
+  return text.IsNarrow() ? TextToFloat(text.Bytes(), text.size(), value) : TextToFloat(text.Units(), text.size(), value);
 }
 
 int32_t NumericCompare(std::u16string_view a, std::u16string_view b) {
@@ -161,11 +179,11 @@ void TMemoryStrDataStorage::DeleteRecord(int32_t row) {
   records_.erase(records_.begin() + row);
 }
 
-std::u16string_view TMemoryStrDataStorage::GetCellValue(int32_t row, int32_t column) const {
+CellText TMemoryStrDataStorage::GetCellValue(int32_t row, int32_t column) const {
   return GetDataRecord(row).At(column);
 }
 
-void TMemoryStrDataStorage::SetCellValue(int32_t row, int32_t column, std::u16string_view text) {
+void TMemoryStrDataStorage::SetCellValue(int32_t row, int32_t column, CellText text) {
   GetDataRecord(row).Set(column, text);
 }
 
@@ -245,7 +263,7 @@ void TMemoryStrDataStorage::SetFieldCount(int32_t count) {
     return;
   }
   fields_.Resize(count);
-  std::vector<std::u16string_view> kept;
+  std::vector<CellText> kept;
   for (Record& record : records_) {
     const Record::Cells cells = record.AllCells();
     kept.clear();
@@ -270,7 +288,7 @@ void TMemoryStrDataStorage::SortByField(int32_t column, bool caseSensitive, bool
     std::sort(keys.begin(), keys.end(), [](const NumberKey& a, const NumberKey& b) { return a.value < b.value; });
     for (size_t i = 0; i < count; ++i) order[i] = keys[i].row;
   } else {
-    std::vector<std::u16string_view> cells(count);
+    std::vector<CellText> cells(count);
     std::vector<TextKey> keys(count);
     for (size_t i = 0; i < count; ++i) {
       cells[i] = records_[i].At(column);

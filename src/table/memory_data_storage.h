@@ -42,9 +42,9 @@ class TMemoryStrDataStorage {
   void ClearData() noexcept;
   void DeleteRecord(int32_t row);
 
-  std::u16string_view GetCellValue(int32_t row, int32_t column) const;
+  CellText GetCellValue(int32_t row, int32_t column) const;
   // Replaces an existing cell; no cell is created.
-  void SetCellValue(int32_t row, int32_t column, std::u16string_view text);
+  void SetCellValue(int32_t row, int32_t column, CellText text);
   // The stored record itself; valid until records are added or removed.
   Record& GetDataRecord(int32_t row);
   const Record& GetDataRecord(int32_t row) const;
@@ -93,7 +93,7 @@ class TMemoryStrDataStorage {
 // A text read as a floating-point number with the process's decimal
 // separator: blanks around it, an optional sign, digits with an optional
 // fraction, an optional exponent. Anything else gives false.
-bool TryTextToFloat(std::u16string_view text, double& value);
+bool TryTextToFloat(CellText text, double& value);
 // -1, 0 or 1; a text that is no number counts as 0.
 int32_t NumericCompare(std::u16string_view a, std::u16string_view b);
 

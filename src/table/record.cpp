@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <vector>
 
 #include "core/errors.h"
 #include "platform/large_blocks.h"
@@ -11,10 +12,10 @@
 
 namespace qm {
 
-Record::Block* Record::Allocate(uint32_t count, uint32_t textLength) {
-  auto* block = static_cast<Block*>(std::malloc(BlockBytes(count, textLength)));
+Record::Block* Record::Allocate(const Shape& shape) {
+  auto* block = static_cast<Block*>(std::malloc(shape.Bytes()));
   if (!block) throw std::bad_alloc();
-  block->count = count;
+  block->head = shape.count | (shape.shortEnds ? kShortEnds : 0);
   return block;
 }
 
@@ -25,69 +26,114 @@ void Record::Release() noexcept {
 
 namespace {
 
-// Copies scratch that is used up, giving its pages back behind the copy when
-// it is large.
-void CopyScratch(void* to, const void* from, size_t bytes, bool drop) noexcept {
+// Runs `copy(done, step)` over [0, count) a megabyte at a time, giving back
+// the pages of the source behind each step when it is scratch that is used
+// up and large; else in one step.
+template <typename Copy>
+void CopyInSteps(size_t count, const void* source, size_t unitBytes, bool drop, Copy&& copy) noexcept {
   constexpr size_t kDropAbove = size_t{8} << 20;
-  constexpr size_t kStep = size_t{1} << 20;
-  if (!drop || bytes < kDropAbove) {
-    if (bytes) std::memcpy(to, from, bytes);
+  const size_t step = size_t{1} << 20;
+  if (!drop || count * unitBytes < kDropAbove) {
+    if (count) copy(size_t{0}, count);
     return;
   }
-  auto* out = static_cast<char*>(to);
-  auto* in = static_cast<char*>(const_cast<void*>(from));
-  for (size_t done = 0; done < bytes; done += kStep) {
-    const size_t step = std::min(kStep, bytes - done);
-    std::memcpy(out + done, in + done, step);
-    DiscardPages(in + done, step);
+  auto* in = static_cast<char*>(const_cast<void*>(source));
+  for (size_t done = 0; done < count; done += step) {
+    const size_t n = std::min(step, count - done);
+    copy(done, n);
+    DiscardPages(in + done * unitBytes, n * unitBytes);
   }
 }
+
+// Copies `text` to `to`, one byte a character or UTF-16; a text copied to
+// bytes must fit them.
+void CopyText(CellText text, void* to, bool narrow, bool drop) noexcept {
+  if (text.IsNarrow()) {
+    if (narrow) {
+      if (!text.empty()) std::memcpy(to, text.Bytes(), text.size());
+    } else {
+      text.CopyTo(static_cast<char16_t*>(to));
+    }
+    return;
+  }
+  const char16_t* in = text.Units();
+  CopyInSteps(text.size(), in, sizeof(char16_t), drop, [&](size_t done, size_t n) {
+    if (narrow) {
+      NarrowLatin1(in + done, n, static_cast<uint8_t*>(to) + done);
+    } else {
+      std::memcpy(static_cast<char16_t*>(to) + done, in + done, n * sizeof(char16_t));
+    }
+  });
+}
+
+bool FitsNarrow(CellText text) noexcept { return text.IsNarrow() || FitsLatin1(text.Units(), text.size()); }
 
 }  // namespace
 
-void Record::Fill(Block* block, std::u16string_view text, std::span<const uint32_t> ends, bool dropSource) noexcept {
-  CopyScratch(block->ends, ends.data(), ends.size() * sizeof(uint32_t), dropSource);
-  CopyScratch(block->ends + ends.size(), text.data(), text.size() * sizeof(char16_t), dropSource);
+void Record::Fill(Block* block, const Shape& shape, CellText text, std::span<const uint32_t> ends,
+                  bool dropSource) noexcept {
+  block->head = shape.count | (shape.shortEnds ? kShortEnds : 0);
+  if (shape.shortEnds) {
+    auto* out = reinterpret_cast<uint16_t*>(block->ends);
+    for (size_t k = 0; k < ends.size(); ++k) out[k] = static_cast<uint16_t>(ends[k]);
+  } else {
+    uint32_t* out = block->ends;
+    CopyInSteps(ends.size(), ends.data(), sizeof(uint32_t), dropSource,
+                [&](size_t done, size_t n) { std::memcpy(out + done, ends.data() + done, n * sizeof(uint32_t)); });
+  }
+  char* textAt = reinterpret_cast<char*>(block->ends) + ends.size() * (shape.shortEnds ? 2 : 4);
+  CopyText(text, textAt, shape.narrow, dropSource);
 }
 
-Record Record::InArena(RecordArena& arena, std::u16string_view text, std::span<const uint32_t> ends, bool dropSource) {
+Record Record::InArena(RecordArena& arena, CellText text, std::span<const uint32_t> ends, bool dropSource) {
   Record record;
   if (ends.empty()) return record;
-  const auto count = static_cast<uint32_t>(ends.size());
-  auto* block = static_cast<Block*>(arena.Allocate(BlockBytes(count, static_cast<uint32_t>(text.size()))));
-  block->count = count;
-  Fill(block, text, ends, dropSource);
-  record.Adopt(block, true);
+  const Shape shape(static_cast<uint32_t>(ends.size()), static_cast<uint32_t>(text.size()), FitsNarrow(text));
+  auto* block = static_cast<Block*>(arena.Allocate(shape.Bytes()));
+  Fill(block, shape, text, ends, dropSource);
+  record.Adopt(block, shape, true);
   return record;
 }
 
-Record::Record(std::span<const std::u16string_view> cells) {
+Record::Record(std::span<const CellText> cells) {
   if (cells.empty()) return;
   size_t total = 0;
-  for (auto c : cells) total += c.size();
-  Adopt(Allocate(static_cast<uint32_t>(cells.size()), static_cast<uint32_t>(total)), false);
-  auto* out = const_cast<char16_t*>(Text());
+  bool narrow = true;
+  for (const CellText c : cells) {
+    total += c.size();
+    narrow = narrow && FitsNarrow(c);
+  }
+  const Shape shape(static_cast<uint32_t>(cells.size()), static_cast<uint32_t>(total), narrow);
+  Block* block = Allocate(shape);
+  Adopt(block, shape, false);
+  char* text = reinterpret_cast<char*>(block->ends) + cells.size() * (shape.shortEnds ? 2 : 4);
+  const size_t unit = narrow ? 1 : sizeof(char16_t);
   uint32_t end = 0;
   for (size_t k = 0; k < cells.size(); ++k) {
-    if (!cells[k].empty()) std::memcpy(out + end, cells[k].data(), cells[k].size() * sizeof(char16_t));
+    CopyText(cells[k], text + size_t{end} * unit, narrow, false);
     end += static_cast<uint32_t>(cells[k].size());
-    block()->ends[k] = end;
+    if (shape.shortEnds) {
+      reinterpret_cast<uint16_t*>(block->ends)[k] = static_cast<uint16_t>(end);
+    } else {
+      block->ends[k] = end;
+    }
   }
 }
 
-Record::Record(std::u16string_view text, std::span<const uint32_t> ends, bool dropSource) {
+Record::Record(CellText text, std::span<const uint32_t> ends, bool dropSource) {
   if (ends.empty()) return;
-  Block* block = Allocate(static_cast<uint32_t>(ends.size()), static_cast<uint32_t>(text.size()));
-  Fill(block, text, ends, dropSource);
-  Adopt(block, false);
+  const Shape shape(static_cast<uint32_t>(ends.size()), static_cast<uint32_t>(text.size()), FitsNarrow(text));
+  Block* block = Allocate(shape);
+  Fill(block, shape, text, ends, dropSource);
+  Adopt(block, shape, false);
 }
 
 Record::Record(const Record& other) {
   if (!other.bits_) return;
-  const auto count = static_cast<uint32_t>(other.Count());
-  Adopt(Allocate(count, other.TextLength()), false);
-  std::memcpy(block()->ends, other.block()->ends, sizeof(uint32_t) * count);
-  std::memcpy(const_cast<char16_t*>(Text()), other.Text(), sizeof(char16_t) * other.TextLength());
+  const Shape shape = ShapeOf(other);
+  Block* copy = Allocate(shape);
+  std::memcpy(copy, other.block(), shape.Bytes());
+  Adopt(copy, shape, false);
 }
 
 Record& Record::operator=(const Record& other) {
@@ -106,17 +152,17 @@ Record& Record::operator=(Record&& other) noexcept {
 
 Record::~Record() { Release(); }
 
-std::u16string_view Record::At(int32_t index) const {
+CellText Record::At(int32_t index) const {
   if (index < 0 || index >= Count()) RaiseListIndexError(index);
   return Cell(index);
 }
 
-void Record::Set(int32_t index, std::u16string_view text) {
+void Record::Set(int32_t index, CellText text) {
   if (index < 0 || index >= Count()) RaiseListIndexError(index);
   Splice(index, 1, text, true);
 }
 
-void Record::Insert(int32_t index, std::u16string_view text) {
+void Record::Insert(int32_t index, CellText text) {
   if (index < 0 || index > Count()) RaiseListIndexError(index);
   Splice(index, 0, text, true);
 }
@@ -130,7 +176,7 @@ void Record::Move(int32_t from, int32_t to) {
   if (from == to) return;
   if (from < 0 || from >= Count()) RaiseListIndexError(from);
   if (to < 0 || to >= Count()) RaiseListIndexError(to);
-  const std::u16string cell(Cell(from));
+  const std::u16string cell = Cell(from).ToString();
   Splice(from, 1, {}, false);
   Splice(to, 0, cell, true);
 }
@@ -138,45 +184,51 @@ void Record::Move(int32_t from, int32_t to) {
 void Record::PadTo(int32_t count) {
   const int32_t have = Count();
   if (have >= count) return;
-  Block* grown = Allocate(static_cast<uint32_t>(count), TextLength());
-  const uint32_t length = TextLength();
-  if (bits_) {
-    std::memcpy(grown->ends, block()->ends, sizeof(uint32_t) * static_cast<size_t>(have));
-    std::memcpy(reinterpret_cast<char16_t*>(grown->ends + count), Text(), sizeof(char16_t) * length);
-  }
-  for (int32_t k = have; k < count; ++k) grown->ends[k] = length;
-  Release();
-  Adopt(grown, false);
+  const Cells cells = AllCells();
+  const CellText text = cells.All();
+  std::vector<uint32_t> ends(static_cast<size_t>(count), static_cast<uint32_t>(text.size()));
+  for (int32_t k = 0; k < have; ++k) ends[static_cast<size_t>(k)] = cells.End(k);
+  *this = Record(text, ends);
 }
 
-void Record::Splice(int32_t index, int32_t remove, std::u16string_view text, bool insert) {
-  const int32_t oldCount = Count();
+void Record::Splice(int32_t index, int32_t remove, CellText text, bool insert) {
+  const Cells cells = AllCells();
+  const int32_t oldCount = cells.Count();
   const int32_t newCount = oldCount - remove + (insert ? 1 : 0);
-  const uint32_t cutBegin = index == 0 ? 0 : block()->ends[index - 1];
-  const uint32_t cutEnd = remove ? block()->ends[index + remove - 1] : cutBegin;
-  const uint32_t oldLength = TextLength();
-  const uint32_t added = insert ? static_cast<uint32_t>(text.size()) : 0;
-  const uint32_t newLength = oldLength - (cutEnd - cutBegin) + added;
   if (newCount == 0) {
     Release();
     return;
   }
-  Block* next = Allocate(static_cast<uint32_t>(newCount), newLength);
-  auto* out = reinterpret_cast<char16_t*>(next->ends + newCount);
-  const char16_t* in = bits_ ? Text() : nullptr;
+  const uint32_t cutBegin = index == 0 ? 0 : cells.End(index - 1);
+  const uint32_t cutEnd = remove ? cells.End(index + remove - 1) : cutBegin;
+  const CellText all = cells.All();
+  const auto oldLength = static_cast<uint32_t>(all.size());
+  const uint32_t added = insert ? static_cast<uint32_t>(text.size()) : 0;
+  const CellText before = all.Sub(0, cutBegin);
+  const CellText after = all.Sub(cutEnd, oldLength - cutEnd);
+  const bool narrow = (!insert || FitsNarrow(text)) && (IsNarrow() || (FitsNarrow(before) && FitsNarrow(after)));
+  const Shape shape(static_cast<uint32_t>(newCount), oldLength - (cutEnd - cutBegin) + added, narrow);
+  Block* next = Allocate(shape);
   // Text: the part before the cut, the new cell, the part after the cut.
-  if (cutBegin) std::memcpy(out, in, sizeof(char16_t) * cutBegin);
-  if (added) std::memcpy(out + cutBegin, text.data(), sizeof(char16_t) * added);
-  if (oldLength > cutEnd) std::memcpy(out + cutBegin + added, in + cutEnd, sizeof(char16_t) * (oldLength - cutEnd));
+  char* out = reinterpret_cast<char*>(next->ends) + size_t{shape.count} * (shape.shortEnds ? 2 : 4);
+  const size_t unit = narrow ? 1 : sizeof(char16_t);
+  CopyText(before, out, narrow, false);
+  if (added) CopyText(text, out + size_t{cutBegin} * unit, narrow, false);
+  CopyText(after, out + size_t{cutBegin + added} * unit, narrow, false);
   // Ends: unchanged before the index, shifted after it.
+  auto setEnd = [&](int32_t k, uint32_t end) {
+    if (shape.shortEnds) {
+      reinterpret_cast<uint16_t*>(next->ends)[k] = static_cast<uint16_t>(end);
+    } else {
+      next->ends[k] = end;
+    }
+  };
   int32_t k = 0;
-  for (; k < index; ++k) next->ends[k] = block()->ends[k];
-  if (insert) next->ends[k++] = cutBegin + added;
-  for (int32_t j = index + remove; j < oldCount; ++j, ++k) {
-    next->ends[k] = block()->ends[j] - (cutEnd - cutBegin) + added;
-  }
+  for (; k < index; ++k) setEnd(k, cells.End(k));
+  if (insert) setEnd(k++, cutBegin + added);
+  for (int32_t j = index + remove; j < oldCount; ++j, ++k) setEnd(k, cells.End(j) - (cutEnd - cutBegin) + added);
   Release();
-  Adopt(next, false);
+  Adopt(next, shape, false);
 }
 
 }  // namespace qm

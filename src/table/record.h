@@ -1,6 +1,10 @@
-// One table record: an ordered list of UTF-16 cells kept back to back in a
-// single heap block, so a million records cost a million allocations, not ten
-// million, and the text dominates the memory.
+// One table record: an ordered list of cells kept back to back in a single
+// block, so a million records cost a million allocations, not ten million, and
+// the text dominates the memory. A record whose characters all lie below
+// U+0100 (most records of most tables) keeps them one byte each, any other in
+// UTF-16; a record of less than 64 Ki characters keeps its cell ends in 16
+// bits, a longer one in 32. How a record is kept follows from its text alone,
+// so equal records are always kept alike.
 #pragma once
 
 #include <algorithm>
@@ -8,6 +12,9 @@
 #include <cstdint>
 #include <span>
 #include <string_view>
+#include <vector>
+
+#include "table/cell_text.h"
 
 namespace qm {
 
@@ -17,18 +24,18 @@ class Record {
  public:
   Record() noexcept = default;
   // A record of the given cells, copied.
-  explicit Record(std::span<const std::u16string_view> cells);
+  explicit Record(std::span<const CellText> cells);
+  explicit Record(std::span<const std::u16string_view> cells) : Record(std::vector<CellText>(cells.begin(), cells.end())) {}
   // A record from cell texts laid end to end in `text`: cell k spans
   // [ends[k-1], ends[k]) with ends[-1] taken as 0.
   // With `dropSource` the text and ends are scratch that is used up: the
   // pages of a large one are given back as they are copied, so the scratch
   // and the record never both sit in memory whole (a line of a hundred
   // megabytes). Their contents are undefined afterwards.
-  Record(std::u16string_view text, std::span<const uint32_t> ends, bool dropSource = false);
+  Record(CellText text, std::span<const uint32_t> ends, bool dropSource = false);
   // The same, with the block taken from `arena`: it is released with the
   // arena, never on its own (a change to the record moves it to the heap).
-  static Record InArena(RecordArena& arena, std::u16string_view text, std::span<const uint32_t> ends,
-                        bool dropSource = false);
+  static Record InArena(RecordArena& arena, CellText text, std::span<const uint32_t> ends, bool dropSource = false);
   // A copy always lives on the heap.
   Record(const Record& other);
   Record(Record&& other) noexcept : bits_(other.bits_) { other.bits_ = 0; }
@@ -36,39 +43,51 @@ class Record {
   Record& operator=(Record&& other) noexcept;
   ~Record();
 
-  int32_t Count() const noexcept { return bits_ ? static_cast<int32_t>(block()->count) : 0; }
+  int32_t Count() const noexcept { return bits_ ? static_cast<int32_t>(block()->head & kCountBits) : 0; }
+  // Whether the record keeps its characters one byte each.
+  bool IsNarrow() const noexcept { return (bits_ & kNarrow) != 0; }
 
   // Unchecked access, for loops that stay within Count().
-  std::u16string_view Cell(int32_t index) const noexcept {
-    const uint32_t begin = index == 0 ? 0 : block()->ends[index - 1];
-    return {Text() + begin, block()->ends[index] - begin};
-  }
+  CellText Cell(int32_t index) const noexcept { return AllCells()[index]; }
   // The cells of a record that is not changed meanwhile, for loops over
   // many cells: the block is looked up once.
   class Cells {
    public:
     int32_t Count() const noexcept { return count_; }
-    std::u16string_view operator[](int32_t index) const noexcept {
-      const uint32_t begin = index == 0 ? 0 : ends_[index - 1];
-      return {text_ + begin, ends_[index] - begin};
+    bool IsNarrow() const noexcept { return narrow_; }
+    CellText operator[](int32_t index) const noexcept {
+      const uint32_t begin = index == 0 ? 0 : End(index - 1);
+      return Span(begin, End(index) - begin);
     }
     // Where cell `index` ends in All(): the next cell starts there.
-    uint32_t End(int32_t index) const noexcept { return ends_[index]; }
+    uint32_t End(int32_t index) const noexcept {
+      return shortEnds_ ? static_cast<const uint16_t*>(ends_)[index] : static_cast<const uint32_t*>(ends_)[index];
+    }
     // All the cells' text, back to back.
-    std::u16string_view All() const noexcept { return {text_, count_ ? ends_[count_ - 1] : 0}; }
+    CellText All() const noexcept { return Span(0, count_ ? End(count_ - 1) : 0); }
 
    private:
     friend class Record;
-    const uint32_t* ends_ = nullptr;
-    const char16_t* text_ = nullptr;
+    CellText Span(uint32_t begin, uint32_t size) const noexcept {
+      return narrow_ ? CellText::Narrow(static_cast<const uint8_t*>(text_) + begin, size)
+                     : CellText(std::u16string_view(static_cast<const char16_t*>(text_) + begin, size));
+    }
+    const void* ends_ = nullptr;
+    const void* text_ = nullptr;
     int32_t count_ = 0;
+    bool narrow_ = false;
+    bool shortEnds_ = false;
   };
   Cells AllCells() const noexcept {
     Cells cells;
     if (bits_) {
-      cells.count_ = Count();
-      cells.ends_ = block()->ends;
-      cells.text_ = Text();
+      const Block* b = block();
+      cells.count_ = static_cast<int32_t>(b->head & kCountBits);
+      cells.narrow_ = IsNarrow();
+      cells.shortEnds_ = (b->head & kShortEnds) != 0;
+      cells.ends_ = b->ends;
+      cells.text_ = static_cast<const char*>(static_cast<const void*>(b->ends)) +
+                    size_t{static_cast<uint32_t>(cells.count_)} * (cells.shortEnds_ ? 2 : 4);
     }
     return cells;
   }
@@ -82,19 +101,19 @@ class Record {
   }
   void PrefetchAll() const noexcept {
     if (!bits_) return;
-    const uintptr_t begin = bits_ & ~kInArena;
-    const uintptr_t end = begin + std::min<size_t>(BlockBytes(block()->count, TextLength()), 1024);
+    const uintptr_t begin = bits_ & ~kTagBits;
+    const uintptr_t end = begin + std::min<size_t>(ShapeOf(*this).Bytes(), 1024);
     for (uintptr_t line = (begin | 63) + 1; line < end; line += 64) __builtin_prefetch(reinterpret_cast<const void*>(line));
   }
 
   // Checked access: an index outside 0..Count()-1 raises the list's index error.
-  std::u16string_view At(int32_t index) const;
+  CellText At(int32_t index) const;
 
   // Each raises the list's index error when the index is outside the list
   // (Insert allows Count(), the end). Nothing changes on an error.
-  void Set(int32_t index, std::u16string_view text);
-  void Insert(int32_t index, std::u16string_view text);
-  void Append(std::u16string_view text) { Insert(Count(), text); }
+  void Set(int32_t index, CellText text);
+  void Insert(int32_t index, CellText text);
+  void Append(CellText text) { Insert(Count(), text); }
   void Delete(int32_t index);
   // Takes the cell out at `from` and inserts it at `to` of the shortened list.
   void Move(int32_t from, int32_t to);
@@ -103,28 +122,49 @@ class Record {
 
  private:
   struct Block {
-    uint32_t count;
-    uint32_t ends[1];  // one per cell, then the text (char16_t)
+    uint32_t head;     // the cell count, with kShortEnds
+    uint32_t ends[1];  // one per cell (16 or 32 bits), then the text (bytes or char16_t)
   };
-  // The block's address, with kInArena set for a block of an arena: kept in
-  // the record itself, so that releasing a table's records reads none of
-  // their blocks.
+  static constexpr uint32_t kShortEnds = 0x80000000u;
+  static constexpr uint32_t kCountBits = 0x7FFFFFFFu;
+  // The block's address, with kInArena set for a block of an arena and
+  // kNarrow for one-byte text: kept in the record itself, so that releasing
+  // a table's records reads none of their blocks.
   static constexpr uintptr_t kInArena = 1;
-  Block* block() const noexcept { return reinterpret_cast<Block*>(bits_ & ~kInArena); }
-  void Adopt(Block* block, bool inArena) noexcept { bits_ = reinterpret_cast<uintptr_t>(block) | (inArena ? kInArena : 0); }
-  static size_t BlockBytes(uint32_t count, uint32_t textLength) {
-    return sizeof(uint32_t) * (1 + size_t{count}) + sizeof(char16_t) * size_t{textLength};
+  static constexpr uintptr_t kNarrow = 2;
+  static constexpr uintptr_t kTagBits = kInArena | kNarrow;
+
+  // How a block of `count` cells and `length` characters is laid out.
+  struct Shape {
+    uint32_t count = 0;
+    uint32_t length = 0;
+    bool narrow = false;
+    bool shortEnds = false;
+    Shape(uint32_t cells, uint32_t characters, bool oneByte)
+        : count(cells), length(characters), narrow(oneByte), shortEnds(characters <= 0xFFFF) {}
+    size_t Bytes() const noexcept {
+      return sizeof(uint32_t) + size_t{count} * (shortEnds ? 2 : 4) + size_t{length} * (narrow ? 1 : 2);
+    }
+  };
+  static Shape ShapeOf(const Record& record) noexcept {
+    const Cells cells = record.AllCells();
+    return Shape(static_cast<uint32_t>(cells.Count()), static_cast<uint32_t>(cells.All().size()), cells.IsNarrow());
   }
-  const char16_t* Text() const noexcept { return reinterpret_cast<const char16_t*>(block()->ends + Count()); }
-  uint32_t TextLength() const noexcept { return Count() ? block()->ends[Count() - 1] : 0; }
-  static Block* Allocate(uint32_t count, uint32_t textLength);
-  // Fills a new block's ends and text.
-  static void Fill(Block* block, std::u16string_view text, std::span<const uint32_t> ends, bool dropSource) noexcept;
+
+  Block* block() const noexcept { return reinterpret_cast<Block*>(bits_ & ~kTagBits); }
+  void Adopt(Block* block, const Shape& shape, bool inArena) noexcept {
+    bits_ = reinterpret_cast<uintptr_t>(block) | (inArena ? kInArena : 0) | (shape.narrow ? kNarrow : 0);
+  }
+  static Block* Allocate(const Shape& shape);
+  // Sets a new block's head and fills its ends and text from `text` and
+  // `ends`, whose text must fit the shape.
+  static void Fill(Block* block, const Shape& shape, CellText text, std::span<const uint32_t> ends,
+                   bool dropSource) noexcept;
   // Frees a heap block; an arena's block stays for the arena.
   void Release() noexcept;
   // Rebuilds the block with cell `index` replaced by `text` (`remove` cells
   // taken out there first, `insert` of them put in).
-  void Splice(int32_t index, int32_t remove, std::u16string_view text, bool insert);
+  void Splice(int32_t index, int32_t remove, CellText text, bool insert);
 
   uintptr_t bits_ = 0;
 };

@@ -98,7 +98,7 @@ bool TSimpleCSVDataClass::RemoveRow(int32_t row) {
 
 bool TSimpleCSVDataClass::ReadCell(int32_t row, int32_t column, std::u16string& text) {
   text.clear();
-  return Guard([&] { text = storage_.GetCellValue(row, column); });
+  return Guard([&] { text = storage_.GetCellValue(row, column).ToString(); });
 }
 
 bool TSimpleCSVDataClass::WriteCell(int32_t row, int32_t column, std::u16string_view text) {

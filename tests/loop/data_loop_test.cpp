@@ -60,13 +60,15 @@ TEST(DataLoopJson, EscapesWhatJsonRequiresAndKeepsTheRest) {
   const Case cases[] = {
       {{}, u"[]"},
       {{std::u16string_view(u"\x01\x1F\x7F", 3)}, u"[\"\\u0001\\u001f\x7F\"]"},
+      {{u"caf\xE9", u"\"q\"\\", u""}, u"[\"caf\xE9\",\"\\\"q\\\"\\\\\",\"\"]"},  // kept one byte a character
       {{u"\U0001F600"}, u"[\"\U0001F600\"]"},  // a surrogate pair stays as it is
       {{std::u16string_view(u"a\xD800" "b", 3)}, u"[\"a\\ud800b\"]"},
       {{std::u16string_view(u"\xDBFF\xDBFF\xDFFF", 3)}, u"[\"\\udbff\xDBFF\xDFFF\"]"},
   };
+  std::u16string scratch;
   for (const Case& c : cases) {
     std::u16string out = u"prefix:";
-    AppendRowAsJson(Record(c.cells), out);
+    AppendRowAsJson(Record(c.cells), out, scratch);
     EXPECT_EQ(out, u"prefix:" + c.json);
   }
 }
