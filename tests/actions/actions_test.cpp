@@ -119,13 +119,18 @@ std::vector<std::vector<std::u16string>> ReferenceDistinct(const std::vector<std
 }
 
 TEST(RemoveDuplicates, MatchesAPlainReferenceOnManyRows) {
-  // ASCII and other letters in both cases, cells that the comma text quotes,
+  // ASCII and other letters in both cases (some of whose other case lies
+  // above U+00FF, so that rows kept one byte a character equal rows kept in
+  // UTF-16), cells that the comma text quotes,
   // a supplementary letter in both cases, and lone surrogate halves that a
   // folding of the whole row (rather than of each cell) would wrongly pair.
   const std::u16string high(1, char16_t{0xD801}), low(1, char16_t{0xDC00}), lowFolded(1, char16_t{0xDC28});
   const std::u16string pieces[] = {u"a",     u"A",         u"ä",         u"Ä",          u"x,y", u"",
                                    u"\"q\"", u"σ",         u"Σ",         u"b c",        high,   low,
-                                   lowFolded, u"\U00010400", u"\U00010428", u"x" + high};
+                                   lowFolded, u"\U00010400", u"\U00010428", u"x" + high,
+                                   // kept one byte a character or not, with letters that fold across
+                                   u"\u00FF",  u"\u0178",      u"\u00B5",      u"\u039C",    u"\u00E9;",
+                                   u"k",       u"\u212A"};
   std::mt19937 random(12345);
   for (const bool caseSensitive : {false, true}) {
     std::vector<std::vector<std::u16string>> rows;
