@@ -391,9 +391,64 @@ inline char16_t* CopyUnits(const uint8_t* p, const uint8_t* end, char16_t* out, 
   return out;
 }
 
+// The same from one-byte text to bytes.
+inline uint8_t* CopyUnits(const uint8_t* p, const uint8_t* end, uint8_t* out, const uint8_t* limit) {
+  size_t n = static_cast<size_t>(end - p);
+#if defined(__SSE2__)
+  auto store = [](uint8_t* to, const uint8_t* from) {
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), simd::Load(from));
+  };
+  for (; n >= 16; n -= 16, p += 16, out += 16) store(out, p);
+  if (n > 0 && limit - p >= 16) {
+    store(out, p);
+    return out + n;
+  }
+#endif
+  std::memcpy(out, p, n);
+  return out + n;
+}
+
+// The same from one-byte text to UTF-8: a run of ASCII is copied sixteen
+// bytes a store, any other character becomes its two bytes.
+inline char8_t* ExpandLatin1(const uint8_t* p, size_t n, char8_t* out) {
+  for (; n > 0; --n) {
+    const uint8_t c = *p++;
+    if (c < 0x80) {
+      *out++ = c;
+    } else {
+      *out++ = static_cast<char8_t>(0xC0 | (c >> 6));
+      *out++ = static_cast<char8_t>(0x80 | (c & 0x3F));
+    }
+  }
+  return out;
+}
+
+inline char8_t* CopyUnits(const uint8_t* p, const uint8_t* end, char8_t* out, const uint8_t* limit) {
+  size_t n = static_cast<size_t>(end - p);
+#if defined(__SSE2__)
+  for (; n >= 16; n -= 16, p += 16) {
+    const __m128i v = simd::Load(p);
+    if (_mm_movemask_epi8(v) == 0) {
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(out), v);
+      out += 16;
+    } else {
+      out = ExpandLatin1(p, 16, out);
+    }
+  }
+  if (n > 0 && limit - p >= 16) {
+    const __m128i v = simd::Load(p);
+    if ((_mm_movemask_epi8(v) & ((1 << n) - 1)) == 0) {
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(out), v);
+      return out + n;
+    }
+  }
+#endif
+  return ExpandLatin1(p, n, out);
+}
+
 // A cell in quotes, its quote characters doubled.
-template <typename Unit>
-inline char16_t* CopyQuoted(const Unit* p, const Unit* end, char16_t quote, char16_t* out, const Unit* limit) {
+template <typename Unit, typename Out>
+inline Out* CopyQuoted(const Unit* p, const Unit* end, Out quote, Out* out, const Unit* limit) {
   *out++ = quote;
   for (;;) {
     const Unit* q = simd::Find(p, end, quote);
@@ -407,12 +462,12 @@ inline char16_t* CopyQuoted(const Unit* p, const Unit* end, char16_t quote, char
   return out;
 }
 
-template <typename Unit>
-char16_t* WriteJoinedCells(const Record::Cells& cells, const Unit* text, const TextFormat& f, char16_t* out) {
+template <typename Unit, typename Out>
+Out* WriteJoinedCells(const Record::Cells& cells, const Unit* text, const TextFormat& f, Out* out) {
   const int32_t count = cells.Count();
   // Kept apart from `f`: stores through `out` could otherwise change them.
-  const char16_t delimiter = f.delimiter;
-  const char16_t quote = f.quote;
+  const auto delimiter = static_cast<Out>(f.delimiter);
+  const auto quote = static_cast<Out>(f.quote);
   // One look over the record's text, whose cells lie back to back, finds the
   // first character that may call for quotes; usually there is none, and
   // after one the look goes on from the next cell.
@@ -435,6 +490,18 @@ char16_t* WriteJoinedCells(const Record::Cells& cells, const Unit* text, const T
   return out - 1;
 }
 
+// A record of one empty cell: two quote characters, or nothing without them.
+template <typename Out>
+bool WriteLoneEmptyCell(const Record::Cells& cells, const TextFormat& f, Out*& out) {
+  if (cells.Count() != 1 || !cells[0].empty()) return false;
+  if (f.quote != 0) {
+    const auto quote = static_cast<Out>(f.quote);
+    *out++ = quote;
+    *out++ = quote;
+  }
+  return true;
+}
+
 }  // namespace
 
 size_t JoinedRecordMaxUnits(const Record& record) {
@@ -445,18 +512,25 @@ size_t JoinedRecordMaxUnits(const Record& record) {
 
 char16_t* WriteJoinedRecord(const Record& record, const TextFormat& f, char16_t* out) {
   const Record::Cells cells = record.AllCells();
-  const int32_t count = cells.Count();
-  if (count == 1 && cells[0].empty()) {
-    if (f.quote != 0) {
-      const char16_t quote = f.quote;
-      *out++ = quote;
-      *out++ = quote;
-    }
-    return out;
-  }
-  if (count == 0) return out;
+  if (cells.Count() == 0 || WriteLoneEmptyCell(cells, f, out)) return out;
   const CellText all = cells.All();
   return all.IsNarrow() ? WriteJoinedCells(cells, all.Bytes(), f, out) : WriteJoinedCells(cells, all.Units(), f, out);
+}
+
+bool CanJoinAsBytes(const Record& record, const TextFormat& f, char16_t below) {
+  return record.IsNarrow() && f.delimiter < below && f.quote < below;
+}
+
+uint8_t* WriteJoinedBytes(const Record& record, const TextFormat& f, uint8_t* out) {
+  const Record::Cells cells = record.AllCells();
+  if (cells.Count() == 0 || WriteLoneEmptyCell(cells, f, out)) return out;
+  return WriteJoinedCells(cells, cells.All().Bytes(), f, out);
+}
+
+char8_t* WriteJoinedUtf8(const Record& record, const TextFormat& f, char8_t* out) {
+  const Record::Cells cells = record.AllCells();
+  if (cells.Count() == 0 || WriteLoneEmptyCell(cells, f, out)) return out;
+  return WriteJoinedCells(cells, cells.All().Bytes(), f, out);
 }
 
 void AppendJoinedRecord(const Record& record, const TextFormat& format, std::u16string& out) {

@@ -56,5 +56,14 @@ void AppendJoinedRecord(const Record& record, const TextFormat& format, std::u16
 inline constexpr size_t kJoinOverrun = 16;
 size_t JoinedRecordMaxUnits(const Record& record);
 char16_t* WriteJoinedRecord(const Record& record, const TextFormat& format, char16_t* out);
+// Whether the record is kept one byte a character and the format's delimiter
+// and quote character lie below `below`: 0x100 for WriteJoinedBytes, 0x80
+// for WriteJoinedUtf8.
+bool CanJoinAsBytes(const Record& record, const TextFormat& format, char16_t below);
+// The same joined as one byte a character (each the character's code), with
+// room for JoinedRecordMaxUnits bytes at `out`.
+uint8_t* WriteJoinedBytes(const Record& record, const TextFormat& format, uint8_t* out);
+// The same joined in UTF-8, with room for twice JoinedRecordMaxUnits bytes.
+char8_t* WriteJoinedUtf8(const Record& record, const TextFormat& format, char8_t* out);
 
 }  // namespace qm
