@@ -105,7 +105,7 @@ bool ExecDataLoop(QmTaskBridge& task, TQMPluginParams& params) {
   }
   // Read on every pass, so a body step may redirect them.
   // Expanded when they hold a reference, then trimmed; empty: not written.
-  // Views of the block unless a name holds a reference: no copy per pass.
+  // Views of the block unless they hold a reference, so a pass copies nothing.
   std::u16string rowRoom, lineRoom;
   const std::u16string_view rowVar = Trim(ReadExpandedView(params, kRowVarNameKey, rowRoom));
   const std::u16string_view lineVar = Trim(ReadExpandedView(params, kLineVarNameKey, lineRoom));
