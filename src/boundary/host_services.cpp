@@ -103,6 +103,10 @@ void SetVariable(std::u16string_view name, std::u16string_view value, bool expan
   }
 }
 
+void SetVariableTerminated(std::u16string_view name, const std::u16string& value) {
+  HostApp().SetUserVar(TerminatedText(name).c_str(), value.c_str());
+}
+
 void ShowAbout(void* icon, std::u16string_view title, std::u16string_view addon) {
   HostApp().PluginAbout(icon, Z(title).c_str(), Z(addon).c_str(), g_host.pluginId);
 }

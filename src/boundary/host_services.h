@@ -37,6 +37,8 @@ std::u16string ExpandVariables(std::u16string_view text);
 std::u16string SelectVariable();
 // Sets a host variable; the name is expanded first only when asked to.
 void SetVariable(std::u16string_view name, std::u16string_view value, bool expandName = false);
+// The same for a value that is already zero-terminated, handed over without a copy.
+void SetVariableTerminated(std::u16string_view name, const std::u16string& value);
 void ShowAbout(void* icon, std::u16string_view title, std::u16string_view addon);
 // The host window's scale in percent, 100 to 250; 100 when it does not say.
 int32_t DefaultScale();

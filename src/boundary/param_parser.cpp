@@ -50,14 +50,14 @@ std::u16string_view ZText(const char16_t* text, size_t limit) {
 
 TQMParamParser::TQMParamParser(const TAFActionParams& params) {
   // Size counts bytes with the terminator; stop at the terminator or there.
-  SetText(ZText(params.PPtr, params.Size > 0 ? static_cast<size_t>(params.Size) / 2 : SIZE_MAX));
+  View(ZText(params.PPtr, params.Size > 0 ? static_cast<size_t>(params.Size) / 2 : SIZE_MAX));
   TaskID = params.TaskID;
   StepNum = params.StepNum;
   IsRemote = params.IsRemote != 0;
 }
 
 TQMParamParser::TQMParamParser(const TAFEventParams& params) {
-  SetText(ZText(params.PPtr, params.Size > 0 ? static_cast<size_t>(params.Size) / 2 : SIZE_MAX));
+  View(ZText(params.PPtr, params.Size > 0 ? static_cast<size_t>(params.Size) / 2 : SIZE_MAX));
   IsEvent = true;
   TaskID = static_cast<uint32_t>(params.JobID);
   UniqueID = params.UniqueID;
@@ -66,29 +66,52 @@ TQMParamParser::TQMParamParser(const TAFEventParams& params) {
 
 void TQMParamParser::SetText(std::u16string_view text) {
   lines_ = SplitLines(text);
+  viewed_ = false;
+  viewCount_ = 0;
+  Reindex();
+}
+
+void TQMParamParser::View(std::u16string_view text) {
+  TextLineCursor cursor(text);
+  size_t count = 0;
+  for (std::u16string_view line; cursor.Next(line);) {
+    if (count == views_.size()) return SetText(text);
+    views_[count++] = line;
+  }
+  lines_.clear();
+  index_.clear();
+  viewCount_ = count;
+  viewed_ = true;
+}
+
+void TQMParamParser::Own() {
+  if (!viewed_) return;
+  lines_.assign(views_.begin(), views_.begin() + static_cast<std::ptrdiff_t>(viewCount_));
+  viewed_ = false;
+  viewCount_ = 0;
   Reindex();
 }
 
 void TQMParamParser::Reindex() {
   index_.clear();
-  if (lines_.size() <= kScannedLines) return;
+  if (viewed_ || lines_.size() <= kScannedLines) return;
   index_.reserve(lines_.size());
   for (size_t i = 0; i < lines_.size(); ++i) index_.try_emplace(FoldedName(NameOf(lines_[i])), static_cast<int>(i));
 }
 
 std::u16string TQMParamParser::Text() const {
   std::u16string text;
-  for (const auto& line : lines_) {
-    text += line;
+  for (size_t i = 0; i < LineCount(); ++i) {
+    text += Line(i);
     text += u"\r\n";
   }
   return text;
 }
 
 int TQMParamParser::Find(std::u16string_view name) const {
-  if (lines_.size() <= kScannedLines) {
-    for (size_t i = 0; i < lines_.size(); ++i) {
-      if (SameName(NameOf(lines_[i]), name)) return static_cast<int>(i);
+  if (LineCount() <= kScannedLines) {
+    for (size_t i = 0; i < LineCount(); ++i) {
+      if (SameName(NameOf(Line(i)), name)) return static_cast<int>(i);
     }
     return -1;
   }
@@ -107,21 +130,21 @@ int TQMParamParser::Find(std::u16string_view name) const {
   return found == index_.end() ? -1 : found->second;
 }
 
-std::u16string TQMParamParser::GetStringDef(std::u16string_view name, std::u16string_view fallback) const {
+std::u16string_view TQMParamParser::GetStringView(std::u16string_view name, std::u16string_view fallback) const {
   const int i = Find(name);
-  if (i < 0) return std::u16string(fallback);
-  const std::u16string& line = lines_[static_cast<size_t>(i)];
+  if (i < 0) return fallback;
+  const std::u16string_view line = Line(static_cast<size_t>(i));
   const size_t eq = line.find(u'=');
-  return eq == std::u16string::npos ? std::u16string() : line.substr(eq + 1);
+  return eq == std::u16string_view::npos ? std::u16string_view() : line.substr(eq + 1);
 }
 
 int32_t TQMParamParser::GetIntegerDef(std::u16string_view name, int32_t fallback) const {
   if (!ParamExist(name)) return fallback;
-  return StrToIntDef(GetString(name), fallback);
+  return StrToIntDef(GetStringView(name), fallback);
 }
 
 bool TQMParamParser::GetBoolDef(std::u16string_view name, bool fallback) const {
-  const std::u16string value = GetString(name);
+  const std::u16string_view value = GetStringView(name);
   if (value.empty()) return fallback;
   return StrToIntDef(value, 0) != 0;
 }
@@ -138,6 +161,7 @@ std::u16string TQMParamParser::GetStringsDef(std::u16string_view name, std::u16s
 }
 
 void TQMParamParser::SetString(std::u16string_view name, std::u16string_view value) {
+  Own();
   const int i = Find(name);
   if (value.empty()) {
     if (i >= 0) {
@@ -177,9 +201,9 @@ std::vector<int32_t> TQMParamParser::PresentIndices(std::u16string_view prefix, 
   // Each distinct name once: from the index, or from the lines where a name
   // counts at its first line only.
   std::vector<std::u16string> scanned;
-  if (lines_.size() <= kScannedLines) {
-    for (size_t i = 0; i < lines_.size(); ++i) {
-      if (Find(NameOf(lines_[i])) == static_cast<int>(i)) scanned.push_back(FoldedName(NameOf(lines_[i])));
+  if (LineCount() <= kScannedLines) {
+    for (size_t i = 0; i < LineCount(); ++i) {
+      if (Find(NameOf(Line(i))) == static_cast<int>(i)) scanned.push_back(FoldedName(NameOf(Line(i))));
     }
   } else {
     for (const auto& entry : index_) scanned.push_back(entry.first);

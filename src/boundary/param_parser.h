@@ -1,6 +1,7 @@
 // A step's parameter block: name=value lines with typed access.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -12,6 +13,9 @@
 
 namespace qm {
 
+// A block read from the host's parameter record is read in place, without a
+// copy, until it is changed (or when it holds more than a few lines): the
+// record's block must outlive the parser, as it does during the host's call.
 class TQMParamParser {
  public:
   TQMParamParser() = default;
@@ -23,12 +27,18 @@ class TQMParamParser {
   void Clear() {
     lines_.clear();
     index_.clear();
+    viewCount_ = 0;
+    viewed_ = false;
   }
   bool ParamExist(std::u16string_view name) const { return Find(name) >= 0; }
 
   std::u16string GetString(std::u16string_view name) const { return GetStringDef(name, {}); }
   // A present but empty value is returned as it is, not replaced by the default.
-  std::u16string GetStringDef(std::u16string_view name, std::u16string_view fallback) const;
+  std::u16string GetStringDef(std::u16string_view name, std::u16string_view fallback) const {
+    return std::u16string(GetStringView(name, fallback));
+  }
+  // The same without a copy: valid until the block changes or the parser goes.
+  std::u16string_view GetStringView(std::u16string_view name, std::u16string_view fallback = {}) const;
   int32_t GetInteger(std::u16string_view name) const { return GetIntegerDef(name, 0); }
   int32_t GetIntegerDef(std::u16string_view name, int32_t fallback) const;
   bool GetBool(std::u16string_view name) const { return GetBoolDef(name, false); }
@@ -67,6 +77,17 @@ class TQMParamParser {
   static constexpr size_t kScannedLines = 16;
   int Find(std::u16string_view name) const;
   void Reindex();
+  size_t LineCount() const noexcept { return viewed_ ? viewCount_ : lines_.size(); }
+  std::u16string_view Line(size_t i) const noexcept { return viewed_ ? views_[i] : std::u16string_view(lines_[i]); }
+  // Reads a block in place when it has few lines, else as SetText.
+  void View(std::u16string_view text);
+  // Copies the lines of a block read in place, before a change.
+  void Own();
+
+  // The lines of a block read in place (viewed_), or of a copied one.
+  std::array<std::u16string_view, kScannedLines> views_{};
+  size_t viewCount_ = 0;
+  bool viewed_ = false;
   std::vector<std::u16string> lines_;
   // Each name in ASCII upper case, to the first line that holds it (a key
   // given twice reads as its first line); empty for a block that is scanned.

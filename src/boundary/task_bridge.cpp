@@ -56,15 +56,14 @@ TQMActionPassport QmTaskBridge::StepPassport(int32_t step) const {
 void QmTaskBridge::SetNextStep(int32_t step) const { intf_->lpVtbl->SetNextStep(intf_, step); }
 
 std::u16string QmTaskBridge::GetPrivateVariable(std::u16string_view name) const {
+  return std::u16string(ReadPrivateVariable(name).View());
+}
+
+HostBlockText QmTaskBridge::ReadPrivateVariable(std::u16string_view name) const {
   char16_t* block = nullptr;
   const TerminatedText key(name);
   intf_->lpVtbl->GetPrivateVariable(intf_, &block, key.c_str());
-  if (!block) return {};
-  std::u16string value(block);
-  // The host allocated the block for us; it goes back with its exact size.
-  void* p = block;
-  HostApp().QMFreeMemory(&p, static_cast<int32_t>((value.size() + 1) * sizeof(char16_t)));
-  return value;
+  return HostBlockText(block);
 }
 
 void QmTaskBridge::SetPrivateVariable(std::u16string_view name, std::u16string_view value) const {

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "abi/host_abi.h"
+#include "boundary/host_block_text.h"
 
 namespace qm {
 
@@ -30,6 +31,8 @@ class QmTaskBridge {
   void SetNextStep(int32_t step) const;
   // An absent variable reads as the empty text.
   std::u16string GetPrivateVariable(std::u16string_view name) const;
+  // The same read in the host's own block, without a copy.
+  HostBlockText ReadPrivateVariable(std::u16string_view name) const;
   void SetPrivateVariable(std::u16string_view name, std::u16string_view value) const;
   void Log(int32_t infoType, std::u16string_view text) const;
 

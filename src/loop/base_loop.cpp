@@ -34,7 +34,7 @@ bool TBaseLoop::GetNextItem() {
       FInitError = true;
       result = false;
     }
-  } else if (FTaskIntf.GetPrivateVariable(kBreakVariable) == kBreakRequest) {
+  } else if (FTaskIntf.ReadPrivateVariable(kBreakVariable).View() == kBreakRequest) {
     FTaskIntf.SetPrivateVariable(kBreakVariable, u"");
     result = false;
   } else {

@@ -74,7 +74,7 @@ std::u16string CSVLoopVariable(int32_t taskId, int32_t step) {
 
 TCSVLoopClass* FindSavedCSVLoop(const QmTaskBridge& task, int32_t step) {
   uint64_t number = 0;
-  if (!TryStrToUInt64(task.GetPrivateVariable(SlotName(task.TaskId(), step).View()), number)) return nullptr;
+  if (!TryStrToUInt64(task.ReadPrivateVariable(SlotName(task.TaskId(), step).View()).View(), number)) return nullptr;
   return LiveObjects::Instance().Find<TCSVLoopClass>(number);
 }
 

@@ -60,14 +60,16 @@ void AppendJsonString(std::u16string_view text, std::u16string& out) {
   out += u'"';
 }
 
-// The row's number from 1 as decimal text, in `room` (kept from pass to pass).
-std::u16string_view RowNumberText(int32_t row, std::u16string& room) {
+// Writes the row's number from 1 as decimal text to `room` (kept from pass to pass).
+void WriteRowNumber(int32_t row, std::u16string& room) {
   const int64_t number = int64_t{row} + 1;
-  if (number <= 0) return room = IntToStr(number);
+  if (number <= 0) {
+    room = IntToStr(number);
+    return;
+  }
   room.clear();
   for (int64_t rest = number; rest > 0; rest /= 10) room.push_back(static_cast<char16_t>(u'0' + rest % 10));
   std::reverse(room.begin(), room.end());
-  return room;
 }
 
 // The first pass: the loop over the task's table with the step's conditions,
@@ -128,12 +130,17 @@ bool ExecDataLoop(QmTaskBridge& task, TQMPluginParams& params) {
   }
   // Read on every pass, so a body step may redirect them.
   // Expanded when they hold a reference, then trimmed; empty: not written.
-  const std::u16string rowVar(Trim(ReadExpanded(params, kRowVarNameKey)));
-  const std::u16string lineVar(Trim(ReadExpanded(params, kLineVarNameKey)));
+  // Views of the block unless they hold a reference, so a pass copies nothing.
+  std::u16string rowRoom, lineRoom;
+  const std::u16string_view rowVar = Trim(ReadExpandedView(params, kRowVarNameKey, rowRoom));
+  const std::u16string_view lineVar = Trim(ReadExpandedView(params, kLineVarNameKey, lineRoom));
   const bool json = params.GetBool(kFormatKey);
 
   if (loop->GetNextItem()) {
-    if (!rowVar.empty()) SetVariable(rowVar, RowNumberText(loop->CurrentRowNum(), loop->PassText()));
+    if (!rowVar.empty()) {
+      WriteRowNumber(loop->CurrentRowNum(), loop->PassText());
+      SetVariableTerminated(rowVar, loop->PassText());
+    }
     if (!lineVar.empty()) {
       // Comma text or JSON, whatever the table's own delimiter and quote character.
       const WideRow row(*loop->CurrentRow(), loop->RowUnits());
@@ -147,7 +154,7 @@ bool ExecDataLoop(QmTaskBridge& task, TQMPluginParams& params) {
       } else {
         JoinDelimited(row.Count(), row, kCommaText, content);
       }
-      SetVariable(lineVar, content);
+      SetVariableTerminated(lineVar, content);
     }
     return true;
   }

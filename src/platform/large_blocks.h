@@ -1,6 +1,8 @@
 // Large blocks of memory for table storage. Where the system can back blocks
 // of a huge page or more with huge pages it is asked to, which saves most of
 // the page faults (and TLB misses) of filling a table of hundreds of megabytes.
+// Freed blocks are kept, within a bound, for the next request that fits
+// (large_block_cache.h) and go back to the system at the library's unload.
 #pragma once
 
 #include <cstddef>

@@ -3,9 +3,9 @@
 
 #include <cstdint>
 #include <cstdlib>
-#include <new>
 
 #include "platform/large_blocks.h"
+#include "platform/system_blocks.h"
 
 namespace qm {
 
@@ -13,23 +13,21 @@ namespace {
 constexpr size_t kHugePage = size_t{2} << 20;
 }
 
-void* AllocateLargeBlock(size_t bytes) {
-  if (bytes < kHugePage) {
-    void* small = std::malloc(bytes);
-    if (!small) throw std::bad_alloc();
-    return small;
-  }
+size_t SystemBlockSize(size_t bytes) noexcept {
   // Huge pages need their own alignment; the size is rounded to match.
-  const size_t rounded = (bytes + kHugePage - 1) & ~(kHugePage - 1);
-  void* block = std::aligned_alloc(kHugePage, rounded);
-  if (!block) throw std::bad_alloc();
+  return bytes < kHugePage ? bytes : (bytes + kHugePage - 1) & ~(kHugePage - 1);
+}
+
+void* AllocateSystemBlock(size_t bytes) noexcept {
+  if (bytes < kHugePage) return std::malloc(bytes);
+  void* block = std::aligned_alloc(kHugePage, bytes);
 #ifdef MADV_HUGEPAGE
-  madvise(block, rounded, MADV_HUGEPAGE);  // advice only: ignored where not offered
+  if (block) madvise(block, bytes, MADV_HUGEPAGE);  // advice only: ignored where not offered
 #endif
   return block;
 }
 
-void FreeLargeBlock(void* block, size_t) noexcept { std::free(block); }
+void FreeSystemBlock(void* block, size_t) noexcept { std::free(block); }
 
 void DiscardPages(void* begin, size_t bytes) noexcept {
   const auto page = static_cast<uintptr_t>(sysconf(_SC_PAGESIZE));

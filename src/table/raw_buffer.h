@@ -1,11 +1,12 @@
 // A growable scratch buffer whose contents need no clearing, for the CSV
-// reader's and writer's per-line and per-piece work.
+// reader's and writer's per-line and per-piece work. Buffers of some size are
+// large blocks, so the scratch of one load or save serves the next one.
 #pragma once
 
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <memory>
+#include <type_traits>
 
 #include "platform/large_blocks.h"
 
@@ -13,48 +14,53 @@ namespace qm {
 
 template <typename T>
 class RawBuffer {
+  static_assert(std::is_trivial_v<T>, "the buffer's items are never constructed");
+
  public:
-  T* Reserve(size_t count) {
-    if (count > capacity_) {
-      const size_t capacity = std::max(count, capacity_ + capacity_ / 2);
-      std::unique_ptr<T[]> grown(new T[capacity]);
-      Drop();
-      data_ = std::move(grown);
-      capacity_ = capacity;
-    }
-    return data_.get();
-  }
+  RawBuffer() = default;
+  RawBuffer(const RawBuffer&) = delete;
+  RawBuffer& operator=(const RawBuffer&) = delete;
+  ~RawBuffer() { Release(); }
+
+  T* Reserve(size_t count) { return Grow(count, 0); }
   // As Reserve, keeping the first `keep` items.
   T* Grow(size_t count, size_t keep) {
     if (count > capacity_) {
       const size_t capacity = std::max(count, capacity_ + capacity_ / 2);
-      std::unique_ptr<T[]> grown(new T[capacity]);
-      if (keep) std::memcpy(grown.get(), data_.get(), keep * sizeof(T));
-      Drop();
-      data_ = std::move(grown);
+      T* grown = Allocate(capacity);
+      if (keep) std::memcpy(grown, data_, keep * sizeof(T));
+      Release();
+      data_ = grown;
       capacity_ = capacity;
     }
-    return data_.get();
+    return data_;
   }
   // Gives the memory back.
   void Release() noexcept {
-    Drop();
-    data_.reset();
+    if (!data_) return;
+    const size_t bytes = capacity_ * sizeof(T);
+    // The allocator may keep a freed buffer of some megabytes for later, so a
+    // large one's pages go back to the system before it is freed.
+    if (bytes >= kDropAbove) DiscardPages(data_, bytes);
+    if (bytes >= kLargeAbove) {
+      FreeLargeBlock(data_, bytes);
+    } else {
+      delete[] data_;
+    }
+    data_ = nullptr;
     capacity_ = 0;
   }
-  T* data() const noexcept { return data_.get(); }
-  ~RawBuffer() { Drop(); }
+  T* data() const noexcept { return data_; }
 
  private:
-  // The allocator may keep a freed buffer of some megabytes for later
-  // (glibc does, once it has seen blocks that large come and go), so a large
-  // one's pages go back to the system before it is freed.
-  void Drop() noexcept {
-    if (capacity_ * sizeof(T) >= kDropAbove) DiscardPages(data_.get(), capacity_ * sizeof(T));
+  static T* Allocate(size_t capacity) {
+    const size_t bytes = capacity * sizeof(T);
+    return bytes >= kLargeAbove ? static_cast<T*>(AllocateLargeBlock(bytes)) : new T[capacity];
   }
+  static constexpr size_t kLargeAbove = size_t{64} << 10;
   static constexpr size_t kDropAbove = size_t{4} << 20;
 
-  std::unique_ptr<T[]> data_;
+  T* data_ = nullptr;
   size_t capacity_ = 0;
 };
 

@@ -15,7 +15,7 @@ constexpr std::u16string_view kJobTableVariable = u"$CSV_OBJECT$";
 
 TSimpleCSVDataClass* GetJobTable(const QmTaskBridge& task) {
   uint64_t number = 0;
-  if (!TryStrToUInt64(task.GetPrivateVariable(kJobTableVariable), number)) return nullptr;
+  if (!TryStrToUInt64(task.ReadPrivateVariable(kJobTableVariable).View(), number)) return nullptr;
   return LiveObjects::Instance().Find<TSimpleCSVDataClass>(number);
 }
 

@@ -1,6 +1,7 @@
 #include "task/step_support.h"
 
 #include "boundary/host_services.h"
+#include "core/convert.h"
 #include "boundary/param_parser.h"
 #include "boundary/task_bridge.h"
 
@@ -13,6 +14,13 @@ void ReportFailure(const QmTaskBridge& task, uint32_t code, std::u16string_view 
 
 std::u16string ReadExpanded(const TQMParamParser& params, std::u16string_view key, std::u16string_view fallback) {
   return ExpandVariables(params.GetStringDef(key, fallback));
+}
+
+std::u16string_view ReadExpandedView(const TQMParamParser& params, std::u16string_view key, std::u16string& room) {
+  const std::u16string_view text = params.GetStringView(key);
+  if (!Contains(text, u'{')) return text;
+  room = ExpandVariables(text);
+  return room;
 }
 
 }  // namespace qm

@@ -18,6 +18,9 @@ void ReportFailure(const QmTaskBridge& task, uint32_t code, std::u16string_view 
 // The key's text with its {variable} references expanded (the host is asked
 // only when the text holds a "{").
 std::u16string ReadExpanded(const TQMParamParser& params, std::u16string_view key, std::u16string_view fallback = {});
+// The same without a copy when the text holds no reference: a view of the
+// block, or of `room` holding the expanded text.
+std::u16string_view ReadExpandedView(const TQMParamParser& params, std::u16string_view key, std::u16string& room);
 
 // A number typed by the user, counted from 1, as the table's index counted
 // from 0. Wraps around like the host's 32-bit integers, so no input can

@@ -53,6 +53,31 @@ TEST(ParamParser, ListsKeepTheirCountAndDropLeadingEmptyItems) {
   EXPECT_EQ(p.GetStringsDef(u"Z", u"dflt"), u"dflt");
 }
 
+// A block read from the host's record answers as a copy of it would, up to
+// its terminator, on either side of the size read in place; a change never
+// writes to the host's block.
+TEST(ParamParser, HostRecordReadsAsItsTextAndChangesLeaveItAlone) {
+  for (const int extra : {0, 13, 14}) {  // 3, 16 and 17 lines
+    std::u16string block = u"a=b=c\r\nFlag=\nN=12\r";
+    for (int i = 0; i < extra; ++i) block += u"k" + IntToStr(i) + u"=" + IntToStr(i) + u"\n";
+    const TQMParamParser copied(block);
+    block += std::u16string(1, u'\0') + u"after=nul";
+    const std::u16string original = block;
+    TAFActionParams record{static_cast<int32_t>((block.size() + 1) * 2), block.data(), 0, 0, 0};
+    TQMParamParser p(record);
+    EXPECT_EQ(p.Text(), copied.Text());
+    EXPECT_EQ(p.GetStringView(u"A"), u"b=c");
+    EXPECT_EQ(p.GetIntegerDef(u"n", 0), 12);
+    EXPECT_FALSE(p.ParamExist(u"after"));
+    p.SetString(u"a", u"new");
+    p.SetString(u"Flag", u"");
+    EXPECT_EQ(block, original);
+    EXPECT_EQ(p.Text().substr(0, 13), u"a=new\r\nN=12\r\n");
+    if (extra > 0) {
+      EXPECT_EQ(p.GetInteger(u"K" + IntToStr(extra - 1)), extra - 1);
+    }
+  }
+}
 
 // Keys are looked up through an index, not by scanning the block: a block of
 // many entries reads in linear time, and the first line of a name still wins.
