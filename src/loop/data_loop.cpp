@@ -86,10 +86,6 @@ TCSVLoopClass* StartLoop(QmTaskBridge& task, const TQMPluginParams& params) {
   return loop.release();
 }
 
-}  // namespace
-
-namespace {
-
 // A row's cells as UTF-16: a one-byte row is widened once, into `scratch`.
 class WideRow {
  public:
