@@ -47,8 +47,11 @@ bool FileLines::NextData(const SkipRules& rules, LineSplitter& splitter, size_t 
       // The rules look at the line first: the bytes of a long line are
       // given back while it is split.
       skipped = SkipsBytes(rules, line, end);
+      bool oneByte = false;
       count = SplitUtf8Line(line, end, splitter.Format(), splitter.TextRoom(room + 16),
-                            splitter.EndsRoom(std::max(room + 2, minCells)), stop, look_, room >= kDropLinesAbove);
+                            splitter.EndsRoom(std::max(room + 2, minCells)), stop, look_, oneByte,
+                            room >= kDropLinesAbove);
+      splitter.SetOneByte(oneByte);
       if (stop < end && *stop == 0) {
         // A character 0 ends the text; a line cut short by it still counts.
         ended_ = true;

@@ -36,6 +36,7 @@ class LineSplitter {
   size_t Split(std::u16string_view line, size_t minimumCells, bool dropLine = false) {
     char16_t* text = text_.Reserve(line.size() + 1);
     uint32_t* ends = ends_.Reserve(std::max(line.size() + 1, minimumCells));
+    width_ = Record::Width::Unknown;
     return SplitLineInto(line, format_, text, ends, dropLine);
   }
   // A record of the last split in `arena`, padded with empty cells to
@@ -45,15 +46,17 @@ class LineSplitter {
     const uint32_t length = count ? ends[count - 1] : 0;
     for (; count < fieldCount; ++count) ends[count] = length;
     return Record::InArena(arena, std::u16string_view(text_.data(), length), std::span<const uint32_t>(ends, count),
-                           true);
+                           true, width_);
   }
   // The same on the heap, unpadded (a header line's names).
   Record MakeHeapRecord(size_t count) {
     const uint32_t length = count ? ends_.data()[count - 1] : 0;
     return Record(std::u16string_view(text_.data(), length), std::span<const uint32_t>(ends_.data(), count), true);
   }
-  // Room for a split done elsewhere.
+  // Room for a split done elsewhere, which then tells whether all its
+  // characters lie below U+0100.
   char16_t* TextRoom(size_t units) { return text_.Reserve(units); }
+  void SetOneByte(bool oneByte) { width_ = oneByte ? Record::Width::OneByte : Record::Width::Wide; }
   uint32_t* EndsRoom(size_t count) { return ends_.Reserve(count); }
   const TextFormat& Format() const noexcept { return format_; }
   std::u16string_view Cell(size_t k) const {
@@ -66,6 +69,7 @@ class LineSplitter {
   TextFormat format_;
   RawBuffer<char16_t> text_;
   RawBuffer<uint32_t> ends_;
+  Record::Width width_ = Record::Width::Unknown;
 };
 
 // Hands the reader one line at a time.

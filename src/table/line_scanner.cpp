@@ -118,12 +118,17 @@ namespace {
 inline bool IsByteLineEnd(uint8_t c) { return c == '\n' || c == '\r' || c == 0; }
 
 // The common two- and three-byte forms inline; everything else, malformed
-// bytes included, through the full decoder.
-inline size_t DecodeUtf8At(const uint8_t* s, const uint8_t* end, char16_t*& o) {
+// bytes included, through the full decoder. Every unit written is or'ed into
+// `seen`, so the split knows whether its text fits one byte a character.
+inline size_t DecodeUtf8At(const uint8_t* s, const uint8_t* end, char16_t*& o, char16_t& seen) {
   if (s[0] >= 0xC2 && s[0] <= 0xDF && end - s >= 2 && (s[1] & 0xC0) == 0x80) {
-    *o++ = static_cast<char16_t>(((s[0] & 0x1Fu) << 6) | (s[1] & 0x3Fu));
+    const auto c = static_cast<char16_t>(((s[0] & 0x1Fu) << 6) | (s[1] & 0x3Fu));
+    *o++ = c;
+    seen |= c;
     return 2;
   }
+  // Every other character lies above U+00FF (a malformed one is U+FFFD).
+  seen |= 0x100;
   if ((s[0] & 0xF0) == 0xE0 && s[0] != 0xE0 && s[0] != 0xED && end - s >= 3 && (s[1] & 0xC0) == 0x80 &&
       (s[2] & 0xC0) == 0x80) {
     *o++ = static_cast<char16_t>(((s[0] & 0x0Fu) << 12) | ((s[1] & 0x3Fu) << 6) | (s[2] & 0x3Fu));
@@ -166,7 +171,7 @@ inline void CopyAsciiUntil(const uint8_t*& s, const uint8_t* end, char16_t*& o, 
 // ends right after it. A `continued` cell began before `s`, so a quote
 // character at `s` is part of its text.
 inline void SplitCellUtf8(const uint8_t*& s, const uint8_t* end, uint8_t delimiter, uint8_t quote, bool continued,
-                          char16_t*& o, const char16_t* text, uint32_t*& e) {
+                          char16_t*& o, const char16_t* text, uint32_t*& e, char16_t& seen) {
   if (!continued && quote != 0 && *s == quote) {
     ++s;
     for (;;) {
@@ -181,13 +186,13 @@ inline void SplitCellUtf8(const uint8_t*& s, const uint8_t* end, uint8_t delimit
         ++s;  // the closing quote
         break;
       }
-      s += DecodeUtf8At(s, end, o);
+      s += DecodeUtf8At(s, end, o, seen);
     }
   } else {
     for (;;) {
       CopyAsciiUntil(s, end, o, delimiter);
       if (s >= end || *s < 0x80) break;  // the delimiter, a line break or the end
-      s += DecodeUtf8At(s, end, o);
+      s += DecodeUtf8At(s, end, o, seen);
     }
   }
   *e++ = static_cast<uint32_t>(o - text);
@@ -234,7 +239,8 @@ inline void WidenAscii(const uint8_t* p, size_t n, char16_t* o) {
 }  // namespace
 
 size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& f, char16_t* text, uint32_t* ends,
-                     const char*& stop, Utf8LookAhead& look, bool dropRead) {
+                     const char*& stop, Utf8LookAhead& look, bool& oneByte, bool dropRead) {
+  char16_t seen = 0;
   const auto* line = reinterpret_cast<const uint8_t*>(bytes);
   const auto* s = line;
   const auto* end = reinterpret_cast<const uint8_t*>(endBytes);
@@ -298,12 +304,13 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
           o += q - from;
           if (s + q != line) *e++ = static_cast<uint32_t>(o - text);  // else the line is empty
           stop = reinterpret_cast<const char*>(s + q);
+          oneByte = seen < 0x100;
           return static_cast<size_t>(e - ends);
         }
         if (c >= 0x80) {
           WidenAscii(s + from, q - from, o);
           o += q - from;
-          from = q + static_cast<unsigned>(DecodeUtf8At(s + q, end, o));
+          from = q + static_cast<unsigned>(DecodeUtf8At(s + q, end, o, seen));
           if (from >= 64) break;
           others &= ~uint64_t{0} << from;
           delimiters &= ~uint64_t{0} << from;
@@ -335,12 +342,13 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
       if (s != line) *e++ = static_cast<uint32_t>(o - text);
       break;
     }
-    SplitCellUtf8(s, end, delimiter, quote, continued, o, text, e);
+    SplitCellUtf8(s, end, delimiter, quote, continued, o, text, e, seen);
     drop.Behind(s);
     continued = false;
     if (s >= end || IsByteLineEnd(*s)) break;
   }
   stop = reinterpret_cast<const char*>(s);
+  oneByte = seen < 0x100;
   return static_cast<size_t>(e - ends);
 }
 

@@ -39,13 +39,14 @@ struct Utf8LookAhead {
 // the bytes and then SplitLineInto would. The line ends at CR, LF, a byte 0
 // or `end`; `stop` is set to that place. `text` needs room for
 // (end - bytes) + 16 units and `ends` for (end - bytes) + 2 entries. Returns
-// the number of cells. Each call with the same text, format and `end`
+// the number of cells, and sets `oneByte` when every character of the cells
+// lies below U+0100. Each call with the same text, format and `end`
 // passes the same `look`. With `dropRead` the pages of the line's bytes
 // already split are given back on the way, so a line of hundreds of
 // megabytes and its cells never sit in memory whole side by side; those
 // bytes are undefined afterwards.
 size_t SplitUtf8Line(const char* bytes, const char* end, const TextFormat& format, char16_t* text, uint32_t* ends,
-                     const char*& stop, Utf8LookAhead& look, bool dropRead = false);
+                     const char*& stop, Utf8LookAhead& look, bool& oneByte, bool dropRead = false);
 
 // Appends the record joined as JoinDelimited joins it.
 void AppendJoinedRecord(const Record& record, const TextFormat& format, std::u16string& out);

@@ -85,10 +85,12 @@ void Record::Fill(Block* block, const Shape& shape, CellText text, std::span<con
   CopyText(text, textAt, shape.narrow, dropSource);
 }
 
-Record Record::InArena(RecordArena& arena, CellText text, std::span<const uint32_t> ends, bool dropSource) {
+Record Record::InArena(RecordArena& arena, CellText text, std::span<const uint32_t> ends, bool dropSource,
+                       Width width) {
   Record record;
   if (ends.empty()) return record;
-  const Shape shape(static_cast<uint32_t>(ends.size()), static_cast<uint32_t>(text.size()), FitsNarrow(text));
+  const bool narrow = width == Width::Unknown ? FitsNarrow(text) : width == Width::OneByte;
+  const Shape shape(static_cast<uint32_t>(ends.size()), static_cast<uint32_t>(text.size()), narrow);
   auto* block = static_cast<Block*>(arena.Allocate(shape.Bytes()));
   Fill(block, shape, text, ends, dropSource);
   record.Adopt(block, shape, true);

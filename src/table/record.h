@@ -33,9 +33,13 @@ class Record {
   // and the record never both sit in memory whole (a line of a hundred
   // megabytes). Their contents are undefined afterwards.
   Record(CellText text, std::span<const uint32_t> ends, bool dropSource = false);
+  // What a caller that made the text knows of its characters; a record looks
+  // at them itself unless told whether they all lie below U+0100.
+  enum class Width : uint8_t { Unknown, OneByte, Wide };
   // The same, with the block taken from `arena`: it is released with the
   // arena, never on its own (a change to the record moves it to the heap).
-  static Record InArena(RecordArena& arena, CellText text, std::span<const uint32_t> ends, bool dropSource = false);
+  static Record InArena(RecordArena& arena, CellText text, std::span<const uint32_t> ends, bool dropSource = false,
+                        Width width = Width::Unknown);
   // A copy always lives on the heap.
   Record(const Record& other);
   Record(Record&& other) noexcept : bits_(other.bits_) { other.bits_ = 0; }

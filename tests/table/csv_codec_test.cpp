@@ -179,6 +179,10 @@ TEST(CsvFiles, DirectUtf8ReadingMatchesDecodedText) {
       EXPECT_EQ(Fields(fromFile), Fields(fromText)) << setting.name << " round " << round;
       ASSERT_EQ(fromFile.RecordCount(), fromText.RecordCount()) << setting.name << " round " << round;
       EXPECT_TRUE(Rows(fromFile) == Rows(fromText)) << setting.name << " round " << round;
+      // The split from bytes tells which records fit one byte a character.
+      for (int32_t r = 0; r < fromFile.RecordCount(); ++r) {
+        ASSERT_EQ(fromFile.GetRow(r)->IsNarrow(), fromText.GetRow(r)->IsNarrow()) << setting.name << " row " << r;
+      }
     }
   }
 }
