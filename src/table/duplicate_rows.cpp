@@ -1,5 +1,6 @@
 #include "table/duplicate_rows.h"
 
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -36,9 +37,7 @@ class RowKeys {
     for (int32_t k = 0; k < cells.Count(); ++k) h = Mix(h ^ cells.End(k));
     const CellText text = cells.All();
     if (text.IsNarrow()) {
-      const uint8_t* bytes = text.Bytes();
-      if (!fold_) return Finish(HashBytes<false>(bytes, text.size(), h));
-      if (IsAscii(bytes, text.size())) return Finish(HashBytes<true>(bytes, text.size(), h));
+      return Finish(fold_ ? HashFoldedBytes(text.Bytes(), text.size(), h) : HashBytes(text.Bytes(), text.size(), h));
     } else {
       const std::u16string_view units(text.Units(), text.size());
       if (!fold_) return Finish(HashUnits<false>(units, h));
@@ -79,11 +78,6 @@ class RowKeys {
     for (const char16_t c : cell) seen |= c;
     return seen < 0x80;
   }
-  static bool IsAscii(const uint8_t* bytes, size_t size) {
-    uint8_t seen = 0;
-    for (size_t k = 0; k < size; ++k) seen |= bytes[k];
-    return seen < 0x80;
-  }
 
   // Four ASCII units at once, upper-case letters moved to lower case: in each
   // 16-bit lane c + 63 reaches 0x80 from "A" on and c + 37 from past "Z" on,
@@ -118,7 +112,6 @@ class RowKeys {
 
   // The same for one-byte text: each byte is hashed as the unit it stands
   // for, so a text hashes alike however its record keeps it.
-  template <bool Fold>
   static uint64_t HashBytes(const uint8_t* p, size_t n, uint64_t h) {
     auto widen4 = [](uint32_t x) {
       uint64_t w = x;
@@ -128,27 +121,51 @@ class RowKeys {
     for (; n >= 4; p += 4, n -= 4) {
       uint32_t x;
       std::memcpy(&x, p, sizeof x);
-      uint64_t w = widen4(x);
-      if (Fold) w = FoldAscii4(w);
-      h = Mix(h ^ w);
+      h = Mix(h ^ widen4(x));
     }
     if (n) {
       uint32_t x = 0;
       std::memcpy(&x, p, n);
-      uint64_t w = widen4(x);
-      if (Fold) w = FoldAscii4(w);
+      h = Mix(h ^ widen4(x));
+    }
+    return h;
+  }
+
+  // The folded units of one-byte text, as HashUnits hashes a folded text.
+  static uint64_t HashFoldedBytes(const uint8_t* p, size_t n, uint64_t h) {
+    const std::array<char16_t, 256>& fold = Latin1Folding();
+    for (; n >= 4; p += 4, n -= 4) {
+      h = Mix(h ^ (uint64_t{fold[p[0]]} | uint64_t{fold[p[1]]} << 16 | uint64_t{fold[p[2]]} << 32 |
+                   uint64_t{fold[p[3]]} << 48));
+    }
+    if (n) {
+      uint64_t w = 0;
+      for (size_t k = 0; k < n; ++k) w |= uint64_t{fold[p[k]]} << (16 * k);
       h = Mix(h ^ w);
     }
     return h;
+  }
+
+  // The folding of every character below U+0100 (some fold to characters
+  // above it, as U+00B5 does).
+  static const std::array<char16_t, 256>& Latin1Folding() {
+    static const std::array<char16_t, 256> table = [] {
+      std::array<char16_t, 256> folded{};
+      for (char32_t c = 0; c < 256; ++c) folded[c] = static_cast<char16_t>(FoldCase(c));
+      return folded;
+    }();
+    return table;
   }
 
   // The folded cells back to back, as if each cell were folded on its own
   // (in the key a delimiter or quote stands between two cells). Runs of four
   // ASCII units are folded at once; other units go through the full folding
   // in runs, which never split a surrogate pair.
-  std::u16string_view Folded(const Record& record, std::u16string& buffer) {
+  static std::u16string_view Folded(const Record& record, std::u16string& buffer) {
     const Record::Cells cells = record.AllCells();
-    const std::u16string_view text = cells.All().Wide(wide_);
+    const CellText all = cells.All();
+    if (all.IsNarrow()) return FoldedNarrow(all, buffer);
+    const std::u16string_view text(all.Units(), all.size());
     const size_t n = text.size();
     buffer.resize(n);
     const char16_t* in = text.data();
@@ -186,13 +203,21 @@ class RowKeys {
     return buffer;
   }
 
+  // The same for a record kept one byte a character.
+  static std::u16string_view FoldedNarrow(CellText text, std::u16string& buffer) {
+    const std::array<char16_t, 256>& fold = Latin1Folding();
+    buffer.resize(text.size());
+    const uint8_t* bytes = text.Bytes();
+    for (size_t k = 0; k < text.size(); ++k) buffer[k] = fold[bytes[k]];
+    return buffer;
+  }
+
   static bool IsHighSurrogate(char16_t c) { return c >= 0xD800 && c <= 0xDBFF; }
   static bool IsLowSurrogate(char16_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
 
   bool fold_;
   std::u16string scratch_;
   std::u16string other_;
-  std::u16string wide_;  // one-byte text widened for folding
 };
 
 // The rows kept so far, by key. Only the row and 32 bits of its hash are
