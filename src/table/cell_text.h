@@ -2,7 +2,8 @@
 // when every character of the record lies below U+0100, else UTF-16. Code
 // that works on UTF-16 asks for Wide(scratch), which is the view itself for
 // a UTF-16 cell and a copy in the scratch for a one-byte one; hot loops look
-// at IsNarrow() and read the bytes themselves.
+// at IsNarrow() and read the bytes themselves. Sixteen bytes, as a
+// std::u16string_view.
 #pragma once
 
 #include <cstddef>
@@ -19,13 +20,13 @@ class CellText {
  public:
   constexpr CellText() noexcept = default;
   constexpr CellText(std::u16string_view wide) noexcept  // NOLINT: a UTF-16 text is a cell text
-      : data_(wide.data()), size_(wide.size()) {}
+      : data_(wide.data()), size_(static_cast<uint32_t>(wide.size())) {}
   constexpr CellText(const char16_t* wide) noexcept : CellText(std::u16string_view(wide)) {}  // NOLINT
   CellText(const std::u16string& wide) noexcept : CellText(std::u16string_view(wide)) {}  // NOLINT
   static CellText Narrow(const uint8_t* bytes, size_t size) noexcept {
     CellText text;
     text.data_ = bytes;
-    text.size_ = size;
+    text.size_ = static_cast<uint32_t>(size);
     text.narrow_ = true;
     return text;
   }
@@ -84,7 +85,7 @@ class CellText {
 
  private:
   const void* data_ = nullptr;
-  size_t size_ = 0;
+  uint32_t size_ = 0;  // a record holds less than 4 Gi characters
   bool narrow_ = false;
 };
 
