@@ -58,6 +58,9 @@ void LargeBlockCache::Close() noexcept {
   std::lock_guard lock(mutex_);
   closed_ = true;
   while (!kept_.empty()) ReleaseOldest();
+  // The lists' own memory goes too: the cache itself is never destroyed.
+  std::vector<Block>().swap(kept_);
+  if (lent_.empty()) std::vector<Block>().swap(lent_);
 }
 
 size_t LargeBlockCache::KeptBytes() const {

@@ -16,9 +16,11 @@ constexpr size_t kMaxKeptBlocks = 16;
 
 LargeBlockCache& Cache() {
   // Never destroyed, as a block may come back after the library's other
-  // objects are gone: the closer below empties it at unload instead.
+  // objects are gone: the closer below empties it at unload instead. It
+  // lives in the library's own storage, so nothing of it is left on the heap.
+  alignas(LargeBlockCache) static unsigned char storage[sizeof(LargeBlockCache)];
   static LargeBlockCache* cache =
-      new LargeBlockCache({&AllocateSystemBlock, &FreeSystemBlock}, kMaxKeptBytes, kMaxKeptBlocks);
+      new (storage) LargeBlockCache({&AllocateSystemBlock, &FreeSystemBlock}, kMaxKeptBytes, kMaxKeptBlocks);
   return *cache;
 }
 

@@ -33,7 +33,8 @@ struct ReadBytesDrop {
 // delimiter, a character 0 and, when not strict, codes 1 to 32.
 template <typename Unit>
 inline const Unit* FindQuoteTrigger(const Unit* text, const Unit* end, const TextFormat& f) {
-  return f.strict ? simd::FindAny3(text, end, 0, f.quote, f.delimiter) : simd::FindBlankOr2(text, end, f.quote, f.delimiter);
+  return f.strict ? simd::FindAny3(text, end, 0, f.quote, f.delimiter)
+                  : simd::FindBlankOr2(text, end, f.quote, f.delimiter);
 }
 
 }  // namespace

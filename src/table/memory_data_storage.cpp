@@ -141,7 +141,8 @@ bool TextToFloat(const Unit* text, size_t size, double& value) {
 }  // namespace
 
 bool TryTextToFloat(CellText text, double& value) {
-  return text.IsNarrow() ? TextToFloat(text.Bytes(), text.size(), value) : TextToFloat(text.Units(), text.size(), value);
+  return text.IsNarrow() ? TextToFloat(text.Bytes(), text.size(), value)
+                         : TextToFloat(text.Units(), text.size(), value);
 }
 
 int32_t NumericCompare(std::u16string_view a, std::u16string_view b) {

@@ -25,7 +25,8 @@ class Record {
   Record() noexcept = default;
   // A record of the given cells, copied.
   explicit Record(std::span<const CellText> cells);
-  explicit Record(std::span<const std::u16string_view> cells) : Record(std::vector<CellText>(cells.begin(), cells.end())) {}
+  explicit Record(std::span<const std::u16string_view> cells)
+      : Record(std::vector<CellText>(cells.begin(), cells.end())) {}
   // A record from cell texts laid end to end in `text`: cell k spans
   // [ends[k-1], ends[k]) with ends[-1] taken as 0.
   // With `dropSource` the text and ends are scratch that is used up: the

@@ -64,17 +64,18 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     qm::Regex jitted(std::u16string(lines[1]), mode & 4, true);
     for (const qm::Record& record : records) {
       for (int32_t column = 0; column < record.Count(); ++column) {
+        const std::u16string cell = record.Cell(column).ToString();
         bool a = false;
         bool b = false;
         bool failedA = false;
         bool failedB = false;
         try {
-          a = interpreted.Search(record.Cell(column));
+          a = interpreted.Search(cell);
         } catch (const qm::ERegexError&) {
           failedA = true;
         }
         try {
-          b = jitted.Search(record.Cell(column));
+          b = jitted.Search(cell);
         } catch (const qm::ERegexError&) {
           failedB = true;
         }

@@ -193,8 +193,8 @@ TEST(CsvFiles, DirectUtf8ReadingMatchesDecodedText) {
 TEST(CsvFiles, FileMatchesEncodedText) {
   const TextFormat formats[] = {{u';', u'"', true},       {u',', u'"', false}, {u'\t', u'\'', true},
                                 {u'\u00a7', u'\u00ab', true}, {u';', 0, true},     {u'\xDC00', u'"', true}};
-  const std::u16string alphabet = std::u16string(u"ab ;,\"'\t\u00a7\u00ab\u00e9\u00ff\r\u4e2d\U0001F600\xD800\xDC00", 18) +
-                                  std::u16string(1, u'\0');
+  const std::u16string alphabet =
+      std::u16string(u"ab ;,\"'\t\u00a7\u00ab\u00e9\u00ff\r\u4e2d\U0001F600\xD800\xDC00", 18) + std::u16string(1, u'\0');
   const size_t oneByte = 13;  // the first thirteen characters lie below U+0100
   std::mt19937 random(31);
   TempFolder folder;
