@@ -1,7 +1,8 @@
 // The CSV reader in every encoding and setting. The first bytes choose the
 // settings, the rest is the file: it is loaded as decoded text, then from a
 // file into the same table (the arena is rewound and refilled), and every cell
-// is read back; a table that loaded is written out as text again.
+// is read back; a table that loaded is written out as text and to a file, and
+// the two must agree.
 #include <unistd.h>
 
 #include <cstdio>
@@ -88,5 +89,16 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (delimiter == 0 || delimiter == u'\r' || delimiter == u'\n' || delimiter == quote) return 0;
   std::u16string text;
   if (!table.SaveToText(text)) return 0;
+  // The file, written record by record (one-byte records straight into its
+  // bytes), must hold the whole text encoded at once.
+  table.WriteToFile(FilePath(), encoding);
+  std::string written;
+  FILE* in = std::fopen(qm::Utf16ToUtf8(FilePath()).c_str(), "rb");
+  Check(in != nullptr, "cannot read the written file");
+  char buffer[4096];
+  for (size_t n; (n = std::fread(buffer, 1, sizeof buffer, in)) > 0;) written.append(buffer, n);
+  std::fclose(in);
+  Check(written == std::string(qm::ByteOrderMark(encoding)) + qm::EncodeText(text, encoding),
+        "the written file differs from the text encoded");
   return 0;
 }
