@@ -1,9 +1,9 @@
 #include "task/step_support.h"
 
 #include "boundary/host_services.h"
-#include "core/convert.h"
 #include "boundary/param_parser.h"
 #include "boundary/task_bridge.h"
+#include "core/convert.h"
 
 namespace qm {
 
