@@ -47,11 +47,22 @@ bool FileLines::NextData(const SkipRules& rules, LineSplitter& splitter, size_t 
       // The rules look at the line first: the bytes of a long line are
       // given back while it is split.
       skipped = SkipsBytes(rules, line, end);
-      bool oneByte = false;
-      count = SplitUtf8Line(line, end, splitter.Format(), splitter.TextRoom(room + 16),
-                            splitter.EndsRoom(std::max(room + 2, minCells)), stop, look_, oneByte,
-                            room >= kDropLinesAbove);
-      splitter.SetOneByte(oneByte);
+      // Most lines are split one byte a character; a line with another
+      // character, and a very long line, whose bytes are given back on the
+      // way, are split in UTF-16.
+      uint32_t* ends = splitter.EndsRoom(std::max(room + 2, minCells));
+      const bool drop = room >= kDropLinesAbove;
+      count = kNotOneByte;
+      if (!drop) {
+        count = SplitUtf8LineOneByte(line, end, splitter.Format(), splitter.ByteRoom(room + 16), ends, stop, look_);
+        if (count != kNotOneByte) splitter.SetInBytes();
+      }
+      if (count == kNotOneByte) {
+        bool oneByte = false;
+        count = SplitUtf8Line(line, end, splitter.Format(), splitter.TextRoom(room + 16), ends, stop, look_, oneByte,
+                              drop);
+        splitter.SetOneByte(oneByte);
+      }
       if (stop < end && *stop == 0) {
         // A character 0 ends the text; a line cut short by it still counts.
         ended_ = true;

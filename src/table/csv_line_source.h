@@ -37,6 +37,7 @@ class LineSplitter {
     char16_t* text = text_.Reserve(line.size() + 1);
     uint32_t* ends = ends_.Reserve(std::max(line.size() + 1, minimumCells));
     width_ = Record::Width::Unknown;
+    inBytes_ = false;
     return SplitLineInto(line, format_, text, ends, dropLine);
   }
   // A record of the last split in `arena`, padded with empty cells to
@@ -45,31 +46,41 @@ class LineSplitter {
     uint32_t* ends = ends_.data();
     const uint32_t length = count ? ends[count - 1] : 0;
     for (; count < fieldCount; ++count) ends[count] = length;
-    return Record::InArena(arena, std::u16string_view(text_.data(), length), std::span<const uint32_t>(ends, count),
-                           true, width_);
+    return Record::InArena(arena, Text(length), std::span<const uint32_t>(ends, count), true, width_);
   }
   // The same on the heap, unpadded (a header line's names).
   Record MakeHeapRecord(size_t count) {
     const uint32_t length = count ? ends_.data()[count - 1] : 0;
-    return Record(std::u16string_view(text_.data(), length), std::span<const uint32_t>(ends_.data(), count), true);
+    return Record(Text(length), std::span<const uint32_t>(ends_.data(), count), true);
   }
-  // Room for a split done elsewhere, which then tells whether all its
-  // characters lie below U+0100.
+  // Room for a split done elsewhere in UTF-16, which then tells whether all
+  // its characters lie below U+0100.
   char16_t* TextRoom(size_t units) { return text_.Reserve(units); }
-  void SetOneByte(bool oneByte) { width_ = oneByte ? Record::Width::OneByte : Record::Width::Wide; }
+  void SetOneByte(bool oneByte) {
+    width_ = oneByte ? Record::Width::OneByte : Record::Width::Wide;
+    inBytes_ = false;
+  }
+  // Room for a split done elsewhere one byte a character, and the word that
+  // it is done.
+  uint8_t* ByteRoom(size_t bytes) { return bytes_.Reserve(bytes); }
+  void SetInBytes() {
+    width_ = Record::Width::OneByte;
+    inBytes_ = true;
+  }
   uint32_t* EndsRoom(size_t count) { return ends_.Reserve(count); }
   const TextFormat& Format() const noexcept { return format_; }
-  std::u16string_view Cell(size_t k) const {
-    const uint32_t* ends = ends_.data();
-    const uint32_t begin = k ? ends[k - 1] : 0;
-    return {text_.data() + begin, ends[k] - begin};
-  }
 
  private:
+  CellText Text(uint32_t length) const noexcept {
+    return inBytes_ ? CellText::Narrow(bytes_.data(), length) : CellText(std::u16string_view(text_.data(), length));
+  }
+
   TextFormat format_;
   RawBuffer<char16_t> text_;
+  RawBuffer<uint8_t> bytes_;
   RawBuffer<uint32_t> ends_;
   Record::Width width_ = Record::Width::Unknown;
+  bool inBytes_ = false;  // the last split is in bytes_, else in text_
 };
 
 // Hands the reader one line at a time.

@@ -118,30 +118,53 @@ namespace {
 
 inline bool IsByteLineEnd(uint8_t c) { return c == '\n' || c == '\r' || c == 0; }
 
+// The split writes UTF-16 units or, for a line whose characters all lie
+// below U+0100, one byte a character. A one-byte split gives up on meeting
+// any other character: kNoFit.
+template <typename Unit>
+constexpr bool kOneByte = sizeof(Unit) == 1;
+constexpr size_t kNoFit = 0;
+
 // The common two- and three-byte forms inline; everything else, malformed
 // bytes included, through the full decoder. Every unit written is or'ed into
 // `seen`, so the split knows whether its text fits one byte a character.
-inline size_t DecodeUtf8At(const uint8_t* s, const uint8_t* end, char16_t*& o, char16_t& seen) {
+template <typename Unit>
+inline size_t DecodeUtf8At(const uint8_t* s, const uint8_t* end, Unit*& o, char16_t& seen) {
   if (s[0] >= 0xC2 && s[0] <= 0xDF && end - s >= 2 && (s[1] & 0xC0) == 0x80) {
     const auto c = static_cast<char16_t>(((s[0] & 0x1Fu) << 6) | (s[1] & 0x3Fu));
-    *o++ = c;
+    if (kOneByte<Unit> && c > 0xFF) return kNoFit;
+    *o++ = static_cast<Unit>(c);
     seen |= c;
     return 2;
   }
   // Every other character lies above U+00FF (a malformed one is U+FFFD).
-  seen |= 0x100;
-  if ((s[0] & 0xF0) == 0xE0 && s[0] != 0xE0 && s[0] != 0xED && end - s >= 3 && (s[1] & 0xC0) == 0x80 &&
-      (s[2] & 0xC0) == 0x80) {
-    *o++ = static_cast<char16_t>(((s[0] & 0x0Fu) << 12) | ((s[1] & 0x3Fu) << 6) | (s[2] & 0x3Fu));
-    return 3;
+  if constexpr (kOneByte<Unit>) {
+    return kNoFit;
+  } else {
+    seen |= 0x100;
+    if ((s[0] & 0xF0) == 0xE0 && s[0] != 0xE0 && s[0] != 0xED && end - s >= 3 && (s[1] & 0xC0) == 0x80 &&
+        (s[2] & 0xC0) == 0x80) {
+      *o++ = static_cast<char16_t>(((s[0] & 0x0Fu) << 12) | ((s[1] & 0x3Fu) << 6) | (s[2] & 0x3Fu));
+      return 3;
+    }
+    return DecodeUtf8Sequence(reinterpret_cast<const char*>(s), static_cast<size_t>(end - s), o);
   }
-  return DecodeUtf8Sequence(reinterpret_cast<const char*>(s), static_cast<size_t>(end - s), o);
 }
 
-// Copies ASCII bytes widened to `o` until a byte that is `stop`, a line
-// break, 0 or above 0x7F. Sixteen bytes are stored at a time whatever their
-// use; output never runs ahead of input by more than the room allows.
-inline void CopyAsciiUntil(const uint8_t*& s, const uint8_t* end, char16_t*& o, uint8_t stop) {
+#if defined(__SSE2__)
+// Stores sixteen ASCII bytes as sixteen units.
+inline void PutAscii16(__m128i v, char16_t* to) {
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(to), _mm_unpacklo_epi8(v, _mm_setzero_si128()));
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(to + 8), _mm_unpackhi_epi8(v, _mm_setzero_si128()));
+}
+inline void PutAscii16(__m128i v, uint8_t* to) { _mm_storeu_si128(reinterpret_cast<__m128i*>(to), v); }
+#endif
+
+// Copies ASCII bytes to `o` until a byte that is `stop`, a line break, 0 or
+// above 0x7F. Sixteen bytes are stored at a time whatever their use; output
+// never runs ahead of input by more than the room allows.
+template <typename Unit>
+inline void CopyAsciiUntil(const uint8_t*& s, const uint8_t* end, Unit*& o, uint8_t stop) {
 #if defined(__SSE2__)
   const __m128i vs = _mm_set1_epi8(static_cast<char>(stop));
   const __m128i cr = _mm_set1_epi8('\r');
@@ -149,8 +172,7 @@ inline void CopyAsciiUntil(const uint8_t*& s, const uint8_t* end, char16_t*& o, 
   const __m128i zero = _mm_setzero_si128();
   while (end - s >= 16) {
     const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(o), _mm_unpacklo_epi8(v, zero));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(o + 8), _mm_unpackhi_epi8(v, zero));
+    PutAscii16(v, o);
     const __m128i hit = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(v, vs), _mm_cmpeq_epi8(v, zero)),
                                      _mm_or_si128(_mm_cmpeq_epi8(v, cr), _mm_cmpeq_epi8(v, lf)));
     const int mask = _mm_movemask_epi8(_mm_or_si128(hit, v));  // the sign bit marks bytes above 0x7F
@@ -170,9 +192,11 @@ inline void CopyAsciiUntil(const uint8_t*& s, const uint8_t* end, char16_t*& o, 
 // One cell from `s`: its text goes to `o` and its end to `e`. A delimiter
 // after it is stepped over, and leaves an empty cell behind when the line
 // ends right after it. A `continued` cell began before `s`, so a quote
-// character at `s` is part of its text.
-inline void SplitCellUtf8(const uint8_t*& s, const uint8_t* end, uint8_t delimiter, uint8_t quote, bool continued,
-                          char16_t*& o, const char16_t* text, uint32_t*& e, char16_t& seen) {
+// character at `s` is part of its text. False when a one-byte split meets a
+// character that does not fit.
+template <typename Unit>
+inline bool SplitCellUtf8(const uint8_t*& s, const uint8_t* end, uint8_t delimiter, uint8_t quote, bool continued,
+                          Unit*& o, const Unit* text, uint32_t*& e, char16_t& seen) {
   if (!continued && quote != 0 && *s == quote) {
     ++s;
     for (;;) {
@@ -187,13 +211,17 @@ inline void SplitCellUtf8(const uint8_t*& s, const uint8_t* end, uint8_t delimit
         ++s;  // the closing quote
         break;
       }
-      s += DecodeUtf8At(s, end, o, seen);
+      const size_t n = DecodeUtf8At(s, end, o, seen);
+      if (kOneByte<Unit> && n == kNoFit) return false;
+      s += n;
     }
   } else {
     for (;;) {
       CopyAsciiUntil(s, end, o, delimiter);
       if (s >= end || *s < 0x80) break;  // the delimiter, a line break or the end
-      s += DecodeUtf8At(s, end, o, seen);
+      const size_t n = DecodeUtf8At(s, end, o, seen);
+      if (kOneByte<Unit> && n == kNoFit) return false;
+      s += n;
     }
   }
   *e++ = static_cast<uint32_t>(o - text);
@@ -201,6 +229,7 @@ inline void SplitCellUtf8(const uint8_t*& s, const uint8_t* end, uint8_t delimit
     ++s;
     if (s == end || IsByteLineEnd(*s)) *e++ = static_cast<uint32_t>(o - text);
   }
+  return true;
 }
 
 #if defined(__SSE2__)
@@ -222,24 +251,21 @@ inline void MaskPiece(const uint8_t* p, __m128i delimiter, __m128i quote, Utf8Lo
   m.base = reinterpret_cast<const char*>(p);
 }
 
-// Widens the ASCII bytes [p, p + n) to `o` sixteen at a time, reading and
+// Copies the ASCII bytes [p, p + n) to `o` sixteen at a time, reading and
 // storing up to fifteen past them.
-inline void WidenAscii(const uint8_t* p, size_t n, char16_t* o) {
-  auto widen16 = [](const uint8_t* from, char16_t* to) {
-    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), _mm_unpacklo_epi8(v, _mm_setzero_si128()));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(to + 8), _mm_unpackhi_epi8(v, _mm_setzero_si128()));
-  };
-  widen16(p, o);
+template <typename Unit>
+inline void CopyAscii(const uint8_t* p, size_t n, Unit* o) {
+  PutAscii16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)), o);
   if (n > 16) {
-    for (size_t k = 16; k < n; k += 16) widen16(p + k, o + k);
+    for (size_t k = 16; k < n; k += 16) PutAscii16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p + k)), o + k);
   }
 }
 #endif
 
-}  // namespace
-
-size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& f, char16_t* text, uint32_t* ends,
+// SplitUtf8Line into UTF-16 units or one byte a character; a one-byte split
+// returns kNotOneByte on the first character above U+00FF.
+template <typename Unit>
+size_t SplitUtf8Text(const char* bytes, const char* endBytes, const TextFormat& f, Unit* text, uint32_t* ends,
                      const char*& stop, Utf8LookAhead& look, bool& oneByte, bool dropRead) {
   char16_t seen = 0;
   const auto* line = reinterpret_cast<const uint8_t*>(bytes);
@@ -247,7 +273,7 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
   const auto* end = reinterpret_cast<const uint8_t*>(endBytes);
   const auto delimiter = static_cast<uint8_t>(f.delimiter);
   const auto quote = static_cast<uint8_t>(f.quote);
-  char16_t* o = text;
+  Unit* o = text;
   uint32_t* e = ends;
   bool continued = false;  // the cell at hand began before `s`
   ReadBytesDrop drop{bytes, dropRead};
@@ -286,7 +312,7 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
           auto units = static_cast<uint32_t>(o - text);
           for (uint64_t d = run; d != 0; d &= d - 1) {
             const auto q = static_cast<unsigned>(__builtin_ctzll(d));
-            WidenAscii(s + from, q - from, text + units);
+            CopyAscii(s + from, q - from, text + units);
             units += q - from;
             *e++ = units;
             from = q + 1;
@@ -301,7 +327,7 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
         const uint8_t c = s[q];
         if (IsByteLineEnd(c)) {
           // Also right after a delimiter: the empty cell that ends the line.
-          WidenAscii(s + from, q - from, o);
+          CopyAscii(s + from, q - from, o);
           o += q - from;
           if (s + q != line) *e++ = static_cast<uint32_t>(o - text);  // else the line is empty
           stop = reinterpret_cast<const char*>(s + q);
@@ -309,9 +335,11 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
           return static_cast<size_t>(e - ends);
         }
         if (c >= 0x80) {
-          WidenAscii(s + from, q - from, o);
+          CopyAscii(s + from, q - from, o);
           o += q - from;
-          from = q + static_cast<unsigned>(DecodeUtf8At(s + q, end, o, seen));
+          const size_t n = DecodeUtf8At(s + q, end, o, seen);
+          if (kOneByte<Unit> && n == kNoFit) return kNotOneByte;
+          from = q + static_cast<unsigned>(n);
           if (from >= 64) break;
           others &= ~uint64_t{0} << from;
           delimiters &= ~uint64_t{0} << from;
@@ -329,7 +357,7 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
       }
       // What is left of the piece belongs to the cell at hand.
       if (from < 64) {
-        WidenAscii(s + from, 64 - from, o);
+        CopyAscii(s + from, 64 - from, o);
         o += 64 - from;
         from = 64;
       }
@@ -343,7 +371,7 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
       if (s != line) *e++ = static_cast<uint32_t>(o - text);
       break;
     }
-    SplitCellUtf8(s, end, delimiter, quote, continued, o, text, e, seen);
+    if (!SplitCellUtf8(s, end, delimiter, quote, continued, o, text, e, seen)) return kNotOneByte;
     drop.Behind(s);
     continued = false;
     if (s >= end || IsByteLineEnd(*s)) break;
@@ -352,6 +380,20 @@ size_t SplitUtf8Line(const char* bytes, const char* endBytes, const TextFormat& 
   oneByte = seen < 0x100;
   return static_cast<size_t>(e - ends);
 }
+
+}  // namespace
+
+size_t SplitUtf8Line(const char* bytes, const char* end, const TextFormat& f, char16_t* text, uint32_t* ends,
+                     const char*& stop, Utf8LookAhead& look, bool& oneByte, bool dropRead) {
+  return SplitUtf8Text(bytes, end, f, text, ends, stop, look, oneByte, dropRead);
+}
+
+size_t SplitUtf8LineOneByte(const char* bytes, const char* end, const TextFormat& f, uint8_t* text, uint32_t* ends,
+                            const char*& stop, Utf8LookAhead& look) {
+  bool oneByte = true;
+  return SplitUtf8Text(bytes, end, f, text, ends, stop, look, oneByte, false);
+}
+
 
 namespace {
 

@@ -47,6 +47,13 @@ struct Utf8LookAhead {
 // bytes are undefined afterwards.
 size_t SplitUtf8Line(const char* bytes, const char* end, const TextFormat& format, char16_t* text, uint32_t* ends,
                      const char*& stop, Utf8LookAhead& look, bool& oneByte, bool dropRead = false);
+// The same into one byte a character, for the many lines whose characters
+// all lie below U+0100: `text` needs room for (end - bytes) + 16 bytes. On
+// the first other character it gives up and returns kNotOneByte, its
+// output undefined; the line is then split again by SplitUtf8Line.
+inline constexpr size_t kNotOneByte = ~size_t{0};
+size_t SplitUtf8LineOneByte(const char* bytes, const char* end, const TextFormat& format, uint8_t* text,
+                            uint32_t* ends, const char*& stop, Utf8LookAhead& look);
 
 // Appends the record joined as JoinDelimited joins it.
 void AppendJoinedRecord(const Record& record, const TextFormat& format, std::u16string& out);
