@@ -6,7 +6,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -151,9 +150,17 @@ inline const uint8_t* FindAny3(const uint8_t* p, const uint8_t* end, char16_t a,
 }
 
 inline const uint8_t* Find(const uint8_t* p, const uint8_t* end, char16_t a) {
-  if (a > 0xFF || p == end) return end;
-  const void* hit = std::memchr(p, a, static_cast<size_t>(end - p));
-  return hit ? static_cast<const uint8_t*>(hit) : end;
+  if (a > 0xFF) return end;
+  const auto x = static_cast<uint8_t>(a);
+#if defined(__SSE2__)
+  const __m128i va = _mm_set1_epi8(static_cast<char>(x));
+  auto hits = [&](const uint8_t* q) { return _mm_cmpeq_epi8(Load(q), va); };
+  if (end - p >= 16) return ScanBytes(p, end, hits);
+#endif
+  for (; p < end; ++p) {
+    if (*p == x) return p;
+  }
+  return end;
 }
 
 inline const uint8_t* FindBlankOr2(const uint8_t* p, const uint8_t* end, char16_t a, char16_t b) {

@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/copy_bytes.h"
 #include "core/latin1.h"
 
 namespace qm {
@@ -55,8 +56,8 @@ class CellText {
   char16_t* CopyTo(char16_t* out) const noexcept {
     if (narrow_) {
       WidenLatin1(Bytes(), size_, out);
-    } else if (size_) {
-      std::memcpy(out, Units(), size_ * sizeof(char16_t));
+    } else {
+      CopyBytes(out, Units(), size_ * sizeof(char16_t));
     }
     return out + size_;
   }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "core/simd_scan.h"
 #include "platform/large_blocks.h"
 
 namespace qm {
@@ -137,8 +138,9 @@ size_t FileLines::FindCut(const char* bytes, size_t count) const {
 
 size_t FileLines::FindNul(const char* bytes, size_t count) const {
   if (unitBytes_ == 1) {
-    const void* nul = std::memchr(bytes, 0, count);
-    return nul ? static_cast<size_t>(static_cast<const char*>(nul) - bytes) + 1 : 0;
+    const auto* begin = reinterpret_cast<const uint8_t*>(bytes);
+    const uint8_t* nul = simd::Find(begin, begin + count, 0);
+    return nul != begin + count ? static_cast<size_t>(nul - begin) + 1 : 0;
   }
   // Pieces start at an even byte and are read in even counts but at the end.
   for (size_t k = 0; k + 1 < count; k += 2) {

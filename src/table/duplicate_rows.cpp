@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "core/case_fold.h"
+#include "core/copy_bytes.h"
 
 namespace qm {
 
@@ -102,8 +103,7 @@ class RowKeys {
       h = Mix(h ^ w);
     }
     if (n) {
-      uint64_t w = 0;
-      std::memcpy(&w, p, n * sizeof(char16_t));
+      uint64_t w = LoadShort(p, n * sizeof(char16_t));
       if (Fold) w = FoldAscii4(w);
       h = Mix(h ^ w);
     }
@@ -124,9 +124,7 @@ class RowKeys {
       h = Mix(h ^ widen4(x));
     }
     if (n) {
-      uint32_t x = 0;
-      std::memcpy(&x, p, n);
-      h = Mix(h ^ widen4(x));
+      h = Mix(h ^ widen4(static_cast<uint32_t>(LoadShort(p, n))));
     }
     return h;
   }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "core/copy_bytes.h"
 #include "core/simd_scan.h"
 #include "core/utf.h"
 #include "platform/large_blocks.h"
@@ -90,7 +91,7 @@ size_t SplitLineInto(std::u16string_view line, const TextFormat& f, char16_t* te
     } else {
       const size_t begin = p;
       while (p < n && s[p] != delimiter && !IsBlank(s[p])) ++p;
-      std::memcpy(o, s + begin, (p - begin) * sizeof(char16_t));
+      CopyBytes(o, s + begin, (p - begin) * sizeof(char16_t));
       o += p - begin;
     }
     *e++ = static_cast<uint32_t>(o - text);
@@ -455,7 +456,7 @@ inline uint8_t* CopyUnits(const uint8_t* p, const uint8_t* end, uint8_t* out, co
     return out + n;
   }
 #endif
-  std::memcpy(out, p, n);
+  CopyBytes(out, p, n);
   return out + n;
 }
 

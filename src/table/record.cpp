@@ -6,6 +6,7 @@
 #include <new>
 #include <vector>
 
+#include "core/copy_bytes.h"
 #include "core/errors.h"
 #include "platform/large_blocks.h"
 #include "table/record_arena.h"
@@ -50,7 +51,7 @@ void CopyInSteps(size_t count, const void* source, size_t unitBytes, bool drop, 
 void CopyText(CellText text, void* to, bool narrow, bool drop) noexcept {
   if (text.IsNarrow()) {
     if (narrow) {
-      if (!text.empty()) std::memcpy(to, text.Bytes(), text.size());
+      CopyBytes(to, text.Bytes(), text.size());
     } else {
       text.CopyTo(static_cast<char16_t*>(to));
     }
@@ -61,7 +62,7 @@ void CopyText(CellText text, void* to, bool narrow, bool drop) noexcept {
     if (narrow) {
       NarrowLatin1(in + done, n, static_cast<uint8_t*>(to) + done);
     } else {
-      std::memcpy(static_cast<char16_t*>(to) + done, in + done, n * sizeof(char16_t));
+      CopyBytes(static_cast<char16_t*>(to) + done, in + done, n * sizeof(char16_t));
     }
   });
 }
@@ -134,7 +135,7 @@ Record::Record(const Record& other) {
   if (!other.bits_) return;
   const Shape shape = ShapeOf(other);
   Block* copy = Allocate(shape);
-  std::memcpy(copy, other.block(), shape.Bytes());
+  CopyBytes(copy, other.block(), shape.Bytes());
   Adopt(copy, shape, false);
 }
 
