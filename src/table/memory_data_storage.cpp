@@ -7,6 +7,7 @@
 #include "core/convert.h"
 #include "core/errors.h"
 #include "platform/decimal_separator.h"
+#include "table/raw_buffer.h"
 
 namespace qm {
 
@@ -69,13 +70,13 @@ void FillDigits(TextKey* begin, TextKey* end, const std::vector<CellText>& cells
 }
 
 template <bool Fold>
-void SortTextKeys(std::vector<TextKey>& keys, const std::vector<CellText>& cells) {
+void SortTextKeys(TextKey* keys, size_t count, const std::vector<CellText>& cells) {
   struct Range {
     TextKey* begin;
     TextKey* end;
     size_t depth;
   };
-  std::vector<Range> pending{{keys.data(), keys.data() + keys.size(), 0}};
+  std::vector<Range> pending{{keys, keys + count, 0}};
   while (!pending.empty()) {
     const Range range = pending.back();
     pending.pop_back();
@@ -277,28 +278,34 @@ void TMemoryStrDataStorage::SetFieldCount(int32_t count) {
 
 void TMemoryStrDataStorage::SortByField(int32_t column, bool caseSensitive, bool descending, bool numeric) {
   const size_t count = records_.size();
-  std::vector<uint32_t> order(count);
+  // The keys and the order are large blocks: the sort moves keys all over
+  // them, and huge pages, where the system gives them, spare a page-table
+  // walk on most of those moves.
+  RawBuffer<uint32_t> orderMemory;
+  uint32_t* order = orderMemory.Reserve(count);
   if (numeric) {
     // Each key is converted once, not at every comparison.
-    std::vector<NumberKey> keys(count);
+    RawBuffer<NumberKey> keyMemory;
+    NumberKey* keys = keyMemory.Reserve(count);
     for (size_t i = 0; i < count; ++i) {
       double value = 0;
       if (!TryTextToFloat(records_[i].At(column), value)) value = 0;
       keys[i] = {value, static_cast<uint32_t>(i)};
     }
-    std::sort(keys.begin(), keys.end(), [](const NumberKey& a, const NumberKey& b) { return a.value < b.value; });
+    std::sort(keys, keys + count, [](const NumberKey& a, const NumberKey& b) { return a.value < b.value; });
     for (size_t i = 0; i < count; ++i) order[i] = keys[i].row;
   } else {
     std::vector<CellText> cells(count);
-    std::vector<TextKey> keys(count);
+    RawBuffer<TextKey> keyMemory;
+    TextKey* keys = keyMemory.Reserve(count);
     for (size_t i = 0; i < count; ++i) {
       cells[i] = records_[i].At(column);
       keys[i].row = static_cast<uint32_t>(i);
     }
     if (caseSensitive) {
-      SortTextKeys<false>(keys, cells);
+      SortTextKeys<false>(keys, count, cells);
     } else {
-      SortTextKeys<true>(keys, cells);
+      SortTextKeys<true>(keys, count, cells);
     }
     for (size_t i = 0; i < count; ++i) order[i] = keys[i].row;
   }
