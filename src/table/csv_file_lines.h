@@ -65,6 +65,7 @@ class FileLines final : public CsvLineSource {
   size_t pos_ = 0;       // direct reading: the next line's first byte
   size_t pieceEnd_ = 0;
   Utf8LookAhead look_;            // direct reading: kept from line to line of a piece
+  int wideRun_ = 0;               // direct reading: lines in a row with a character from U+0100 on
   RawBuffer<char16_t> text_;      // decoded piece
   RawBuffer<char16_t> lineText_;  // one decoded line
   TextLineCursor cursor_;
