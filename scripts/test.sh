@@ -4,7 +4,8 @@
 # win64 (under Wine, on a virtual display when there is none), sanitize (every
 # test under AddressSanitizer and UndefinedBehaviorSanitizer) and fuzz (each
 # fuzz target's seeds, then a short fixed-time run of it). Exits non-zero
-# unless every build and every test run passes.
+# unless every build and every test run passes. At its end it names each test
+# that failed, per preset, and any file the tests left in the source tree.
 #
 #   bash scripts/test.sh
 #
@@ -30,7 +31,7 @@ else
   }
 fi
 
-declare -A built summary
+declare -A built summary failures
 passed_total=0
 failed_total=0
 status=0
@@ -46,6 +47,9 @@ for preset in "${presets[@]}"; do
   fi
 done
 
+# The source tree as it was before the tests: no test may write into it.
+tree_before=$(git -C "$repo" status --porcelain --untracked-files=normal --ignored 2>/dev/null)
+
 for preset in "${presets[@]}"; do
   [[ ${built[$preset]} == yes ]] || continue
   step "test $preset"
@@ -55,6 +59,10 @@ for preset in "${presets[@]}"; do
   "${run[@]}" 2>&1 | tee "$log"
   rc=${PIPESTATUS[0]}
   line=$(grep -E '^[0-9]+% tests passed, [0-9]+ tests? failed out of [0-9]+' "$log" | tail -n 1)
+  # CTest lists the failed ones after "The following tests FAILED:", one a
+  # line: "<tab>  12 - name (Failed)".
+  failures[$preset]=$(sed -n '/^The following tests FAILED:/,/^Errors while running CTest/p' "$log" |
+    sed -nE 's/^[[:space:]]+[0-9]+ - (.*)$/\1/p')
   rm -f "$log"
   if [[ $line =~ ([0-9]+)\ tests?\ failed\ out\ of\ ([0-9]+) ]]; then
     passed_total=$((passed_total + BASH_REMATCH[2] - BASH_REMATCH[1]))
@@ -68,9 +76,20 @@ for preset in "${presets[@]}"; do
   fi
 done
 
+tree_after=$(git -C "$repo" status --porcelain --untracked-files=normal --ignored 2>/dev/null)
+if [[ $tree_after != "$tree_before" ]]; then
+  echo "test.sh: the tests changed the source tree:" >&2
+  diff <(echo "$tree_before") <(echo "$tree_after") | sed -n 's/^> /  /p' >&2
+  status=1
+fi
+
 step "summary"
 for preset in "${presets[@]}"; do
   printf '%-9s %s\n' "$preset:" "${summary[$preset]:-not run}"
+  while IFS= read -r name; do
+    [[ -n $name ]] && printf '          failed: %s\n' "$name"
+  done <<<"${failures[$preset]:-}"
 done
+[[ $tree_after == "$tree_before" ]] || echo "source tree: changed by the tests (listed above)"
 echo "tests: $passed_total passed, $failed_total failed"
 exit $status

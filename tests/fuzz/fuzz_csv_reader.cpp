@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 
 #include "core/errors.h"
@@ -20,8 +21,9 @@ namespace {
 
 std::u16string& FilePath() {
   static std::u16string path = [] {
-    char name[] = "/tmp/qmcsv-fuzz-csv-XXXXXX";
-    const int fd = mkstemp(name);
+    // The test runner points TMPDIR at the test's own folder.
+    std::string name = (std::filesystem::temp_directory_path() / "qmcsv-fuzz-csv-XXXXXX").string();
+    const int fd = mkstemp(name.data());
     if (fd < 0) std::abort();
     close(fd);
     return qm::Utf8ToUtf16(name);

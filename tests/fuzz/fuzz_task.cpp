@@ -68,8 +68,9 @@ std::filesystem::path& Folder() {
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  char name[] = "/tmp/qmcsv-fuzz-task-XXXXXX";
-  if (!mkdtemp(name) || chdir(name) != 0) std::abort();
+  // The test runner points TMPDIR at the test's own folder.
+  std::string name = (std::filesystem::temp_directory_path() / "qmcsv-fuzz-task-XXXXXX").string();
+  if (!mkdtemp(name.data()) || chdir(name.c_str()) != 0) std::abort();
   Folder() = name;
   qmhost::Host::Instance().options.expansionFilter = &KeepInFolder;
   return 0;

@@ -1,17 +1,20 @@
 # Runs one fuzz target with `cmake -P`:
 #
-#   -DFUZZER=<target> -DWORK=<fresh folder> -DSEEDS=<seed folders> -DARTIFACTS=<folder>
+#   -DFUZZER=<target> -DFOLDER=<the test's own folder> -DSEEDS=<seed folders>
 #   -DSECONDS=<0: run every seed once; otherwise fuzz that long> [-DMAX_LEN=<bytes>]
 #
-# New inputs the fuzzer finds go to WORK; a crashing input is written under
-# ARTIFACTS and named in the output.
+# FOLDER is made afresh: new inputs the fuzzer finds go to FOLDER/corpus, the
+# target's temporary files to FOLDER/tmp (TMPDIR), and a crashing input is
+# written under FOLDER/artifacts and named in the output.
 cmake_minimum_required(VERSION 3.25)
 
-file(REMOVE_RECURSE "${WORK}")
-file(MAKE_DIRECTORY "${WORK}")
-file(MAKE_DIRECTORY "${ARTIFACTS}")
+file(REMOVE_RECURSE "${FOLDER}")
+set(corpus "${FOLDER}/corpus")
+set(artifacts "${FOLDER}/artifacts")
+file(MAKE_DIRECTORY "${corpus}" "${artifacts}" "${FOLDER}/tmp")
+set(ENV{TMPDIR} "${FOLDER}/tmp")
 
-set(options -artifact_prefix=${ARTIFACTS}/ -timeout=20 -rss_limit_mb=3072 -print_final_stats=1)
+set(options -artifact_prefix=${artifacts}/ -timeout=20 -rss_limit_mb=3072 -print_final_stats=1)
 if(SECONDS EQUAL 0)
   list(APPEND options -runs=0)
 else()
@@ -21,7 +24,7 @@ else()
   endif()
 endif()
 
-execute_process(COMMAND "${FUZZER}" ${options} "${WORK}" ${SEEDS} RESULT_VARIABLE rc)
+execute_process(COMMAND "${FUZZER}" ${options} "${corpus}" ${SEEDS} RESULT_VARIABLE rc)
 if(NOT rc EQUAL 0)
-  message(FATAL_ERROR "${FUZZER} failed (${rc}); the crashing input is under ${ARTIFACTS}")
+  message(FATAL_ERROR "${FUZZER} failed (${rc}); the crashing input is under ${artifacts}")
 endif()

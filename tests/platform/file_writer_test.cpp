@@ -4,18 +4,15 @@
 #include <fstream>
 #include <string>
 
-#include "core/utf.h"
 #include "platform/file_system.h"
+#include "temp_folder.h"
 
 namespace qm {
 namespace {
 
 namespace fs = std::filesystem;
 
-std::u16string Wide(const fs::path& path) {
-  const std::u8string utf8 = path.u8string();
-  return Utf8ToUtf16(std::string_view(reinterpret_cast<const char*>(utf8.data()), utf8.size()));
-}
+using testing::Wide;
 
 std::string Content(const fs::path& path) {
   std::ifstream in(path, std::ios::binary);
@@ -25,8 +22,8 @@ std::string Content(const fs::path& path) {
 // Saving over a file changes its content only: a link stays a link to the
 // file it named, which gets the new content, and a file keeps its mode.
 TEST(FileWriter, ReplacesTheFileALinkNamesAndKeepsItsMode) {
-  const fs::path dir = fs::temp_directory_path() / ("qmcsv_file_writer_" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()));
-  fs::remove_all(dir);
+  const qm::testing::TempFolder folder;
+  const fs::path& dir = folder.Path();
   fs::create_directories(dir / "real");
   const fs::path file = dir / "real" / "data.csv";
   std::ofstream(file) << "old";
@@ -54,7 +51,6 @@ TEST(FileWriter, ReplacesTheFileALinkNamesAndKeepsItsMode) {
 #endif
     EXPECT_FALSE(fs::exists(dir / "links" / "chain.csv.qmcsv-part"));
   }
-  fs::remove_all(dir);
 }
 
 }  // namespace

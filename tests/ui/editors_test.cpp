@@ -31,6 +31,7 @@
 #include "dialogs/save_data_editor.h"
 #include "dialogs/sort_editor.h"
 #include "plugin_under_test_win32.h"
+#include "temp_folder.h"
 #include "ui/placement_store_win32.h"
 #include "ui/text_win32.h"
 #include "ui_driver_win32.h"
@@ -612,12 +613,11 @@ TEST_F(Editors, KeyboardReachesEveryPageAndControlInOrder) {
 // system's chooser lands in the file field (the save chooser adding the
 // extension), and Cancel leaves the field as it was.
 TEST_F(Editors, FileChoosersFillTheFileFieldAndCancelLeavesIt) {
-  wchar_t folder[MAX_PATH] = {};
-  GetTempPathW(MAX_PATH, folder);
-  const std::wstring existing = std::wstring(folder) + L"qmcsv_chosen.csv";
+  const testing::TempFolder temp;
+  const std::wstring folder = temp.Path().wstring() + L"\\";
+  const std::wstring existing = folder + L"chosen.csv";
   CloseHandle(CreateFileW(existing.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
-  const std::wstring fresh = std::wstring(folder) + L"qmcsv_report";
-  DeleteFileW((fresh + L".csv").c_str());
+  const std::wstring fresh = folder + L"report";
   struct Case {
     int32_t index;
     std::wstring caption;
@@ -675,7 +675,6 @@ TEST_F(Editors, FileChoosersFillTheFileFieldAndCancelLeavesIt) {
                         EXPECT_TRUE(test::WaitUntilClosed(w));
                       });
   }
-  DeleteFileW(existing.c_str());
 }
 
 // ---- conditions: built in the Data Loop and Filter Data editors, then run ----

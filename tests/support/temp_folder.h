@@ -2,10 +2,11 @@
 // contents when the test ends.
 #pragma once
 
-#include <atomic>
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <string>
 
 #include "core/utf.h"
@@ -14,12 +15,17 @@ namespace qm::testing {
 
 class TempFolder {
  public:
+  // A random name, taken only once the folder is made: programs running at
+  // the same time (CTest runs several) never share one.
   TempFolder() {
-    static std::atomic<int> counter{0};
-    const auto stamp = std::chrono::steady_clock::now().time_since_epoch().count();
-    path_ = std::filesystem::temp_directory_path() /
-            ("qmcsv_table_test_" + std::to_string(stamp) + "_" + std::to_string(counter++));
-    std::filesystem::create_directories(path_);
+    std::random_device random;
+    for (;;) {
+      // The clock too, should a runtime's random_device be a fixed sequence.
+      const uint64_t tag = ((uint64_t{random()} << 32) ^ random()) +
+                           static_cast<uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count());
+      path_ = std::filesystem::temp_directory_path() / ("qmcsv_test_" + std::to_string(tag));
+      if (std::filesystem::create_directory(path_)) break;
+    }
   }
   TempFolder(const TempFolder&) = delete;
   TempFolder& operator=(const TempFolder&) = delete;
