@@ -21,7 +21,8 @@ guide says what the code reads.
         fails (exit 1, one line per fault) when a field names a key the
         action does not read, a field table differs from what update would
         write, a page of a dialog ("### Page ...") has no picture, a picture
-        is missing or no page shows it, or an action has no page
+        is missing or no page shows it, an action has no page, or a link
+        names a guide page or heading that is not there
 """
 import argparse
 import pathlib
@@ -33,6 +34,7 @@ GUIDE = pathlib.Path(__file__).resolve().parent.parent / "docs" / "guide"
 BLOCK = re.compile(r"<!-- fields (\S+)\n(.*?)-->\n(.*?)<!-- end fields -->\n", re.S)
 BLOCK_ACTION = re.compile(r"<!-- fields (\S+)\n")
 IMAGE = re.compile(r"!\[[^\]]*\]\(([^)\s]+)\)")
+LINK = re.compile(r"(?<!!)\[[^\]]*\]\(([^)\s:]+)\)")
 HEADING = re.compile(r"^(#{1,6}) (.*)$")
 # "  pattern(22) type(7) default(9) meaning", as `qmhost keys ACTION_ID` prints it.
 KEY_LINE = re.compile(r"^  (\S+) +(integer|text|boolean) +(.*)$")
@@ -124,6 +126,31 @@ def picture_faults(page, text):
     return faults, shown
 
 
+def slug(heading):
+    """The anchor a heading gets on rendering: lower case, punctuation gone, blanks as "-"."""
+    return re.sub(r"[^\w\- ]", "", heading.strip().lower()).replace(" ", "-")
+
+
+def link_faults(pages):
+    """Links to guide pages or their headings that are not there."""
+    anchors = {}
+    for page, text in pages.items():
+        anchors[page.name] = {slug(m.group(2)) for m in map(HEADING.match, text.splitlines()) if m}
+    faults = []
+    for page, text in pages.items():
+        for number, line in enumerate(text.splitlines(), 1):
+            for target in LINK.findall(line):
+                name, _, anchor = target.partition("#")
+                name = name or page.name
+                if not name.endswith(".md") or "/" in name:
+                    continue
+                if name not in anchors:
+                    faults.append(f"{page.name}:{number}: no page {name}")
+                elif anchor and anchor not in anchors[name]:
+                    faults.append(f"{page.name}:{number}: no heading #{anchor} in {name}")
+    return faults
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("command", choices=["update", "check"])
@@ -134,8 +161,9 @@ def main():
     faults = []
     shown = set()
     named_actions = set()
-    for page in sorted(GUIDE.glob("*.md")):
-        text = page.read_text(encoding="utf-8")
+    pages = {page: page.read_text(encoding="utf-8") for page in sorted(GUIDE.glob("*.md"))}
+    faults += link_faults(pages)
+    for page, text in pages.items():
         named_actions.update(BLOCK_ACTION.findall(text))
         new = rewrite(text, keys, faults, page.name)
         if args.command == "update":
