@@ -29,6 +29,7 @@ packages=(
   clang libclang-rt-dev llvm            # the fuzz preset: clang, its libFuzzer and sanitizer
                                         # runtimes, llvm-symbolizer for readable reports
   libstb-dev                            # stb_image_write: the dialog tests save screenshots as PNG
+  python3                               # scripts/guide.py: the user guide's field tables and its check
 )
 
 missing=()
