@@ -4,14 +4,15 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
-#include <fstream>
 #include <iterator>
+#include <new>
 #include <string>
 #include <vector>
 
 #include "action_keys.h"
 #include "command_line.h"
 #include "console.h"
+#include "file_bytes.h"
 #include "core/utf.h"
 #include "host.h"
 #include "host_memory.h"
@@ -20,6 +21,7 @@
 #include "task_file.h"
 #include "task_runner.h"
 #include "transcript.h"
+#include "utf8_text.h"
 
 using namespace qmhost;
 
@@ -77,10 +79,15 @@ void List(const TAFPluginInfo& info) {
 }
 
 // A block file's UTF-8 lines as a step's block: each line a key, ending in CR LF.
-bool ReadBlockFile(const std::string& path, std::u16string& block) {
-  std::ifstream in(PathOf(path), std::ios::binary);
-  if (!in) return false;
-  const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+bool ReadBlockFile(const std::string& path, std::u16string& block, std::string& reason) {
+  std::string bytes;
+  if (!ReadFileBytes(path, bytes, reason)) return false;
+  const size_t bad = FirstInvalidUtf8(bytes);
+  if (bad != std::string::npos) {
+    reason = "not UTF-8 text (byte " + HexByte(static_cast<unsigned char>(bytes[bad])) + " at offset " +
+             std::to_string(bad) + ")";
+    return false;
+  }
   size_t start = 0;
   while (start < bytes.size()) {
     size_t end = bytes.find('\n', start);
@@ -91,6 +98,18 @@ bool ReadBlockFile(const std::string& path, std::u16string& block) {
     start = end + 1;
   }
   return true;
+}
+
+// The first command-line word that is not UTF-8 text, named with the byte
+// at fault; empty when all are.
+std::string BadArgument(const std::vector<std::string>& words) {
+  for (size_t i = 1; i < words.size(); ++i) {
+    const size_t bad = FirstInvalidUtf8(words[i]);
+    if (bad == std::string::npos) continue;
+    return "argument " + std::to_string(i) + " " + QuoteBytes(words[i]) + " is not UTF-8 text (byte " +
+           HexByte(static_cast<unsigned char>(words[i][bad])) + " at offset " + std::to_string(bad) + ")";
+  }
+  return {};
 }
 
 // Opens the editor of the action `actionId` on `block` through the catalogue;
@@ -170,11 +189,13 @@ int PrintKeys(const std::string& id) {
   return kExitOk;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int Main(int argc, char** argv) {
   PrepareConsole();
   const std::vector<std::string> words = Utf8Arguments(argc, argv);
+  if (const std::string bad = BadArgument(words); !bad.empty()) {
+    PrintError("qmhost: " + bad);
+    return kExitUsage;
+  }
   CommandLine line;
   std::string lineError;
   if (!ParseCommandLine(std::vector<std::string>(words.begin() + 1, words.end()), line, lineError)) {
@@ -201,17 +222,18 @@ int main(int argc, char** argv) {
   const bool configure = line.command == "configure";
   std::vector<std::string> args = line.args;
   args.insert(args.begin(), line.command);
+  std::u16string block;
+  std::string reason;
+  if (configure && args.size() == 3 && !ReadBlockFile(args[2], block, reason)) {
+    PrintError("qmhost: " + args[2] + ": cannot read the block file: " + reason);
+    return kExitUsage;
+  }
 #ifndef _WIN32
   if (configure) {
     PrintError("qmhost: configure needs the Windows build: the dialogs are Windows windows");
     return kExitUsage;
   }
 #endif
-  std::u16string block;
-  if (configure && args.size() == 3 && !ReadBlockFile(args[2], block)) {
-    PrintError("qmhost: cannot read " + args[2]);
-    return kExitUsage;
-  }
 
   TaskFile task;
   if (args[0] == "run") {
@@ -225,8 +247,8 @@ int main(int argc, char** argv) {
   int exitCode = kExitOk;
   {
     PluginLibrary library;
-    std::string error;
-    if (!library.Load(pluginPath, error)) {
+    std::string error = FileProblem(pluginPath);
+    if (!error.empty() || !library.Load(pluginPath, error)) {
       PrintError("qmhost: cannot load " + pluginPath + ": " + error);
       return kExitUsage;
     }
@@ -273,4 +295,21 @@ int main(int argc, char** argv) {
     return kExitTranscript;
   }
   return exitCode;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  // Whatever goes wrong in qmhost itself ends as one line, never as an
+  // exception the runtime reports with an abort.
+  try {
+    return Main(argc, argv);
+  } catch (const std::bad_alloc&) {
+    PrintError("qmhost: out of memory");
+  } catch (const std::exception& e) {
+    PrintError(std::string("qmhost: unexpected error: ") + e.what());
+  } catch (...) {
+    PrintError("qmhost: unexpected error");
+  }
+  return kExitUsage;
 }

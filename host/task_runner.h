@@ -36,7 +36,10 @@ class TaskRunner : public TaskSteps {
   int32_t StepType(int32_t step) const;
   int32_t EnclosingLoop(int32_t step) const;  // the begin-loop step a step belongs to, or -1
   bool RunBuiltin(int32_t step, std::string& failure);
-  // Prints the task's table as the plug-in's Save to a variable writes it.
+  // Runs a plug-in action for the host's own use, with nothing it reports
+  // in the transcript; false with the plug-in's error text in `error`.
+  bool RunMuted(const char* actionId, std::u16string block, int32_t step, std::string& error);
+  // Prints the first records of the task's table, read without changing it.
   bool ShowTable(int32_t step, std::string& failure);
   void JobStop();
 

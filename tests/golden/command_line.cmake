@@ -43,7 +43,32 @@ check(max_steps_word 2 "^$" "--max-steps needs a whole number .*, not abc" --max
 check(missing_value 2 "^$" "option --var needs a value" list --var)
 check(run_without_file 2 "^$" "run needs one TASKFILE" run)
 check(unknown_command 2 "^$" "unknown command frob" frob)
-check(missing_task 2 "^$" "nothing.qmt: cannot read the task file" run nothing.qmt)
+# Every input error of qmhost itself is one line naming the path and why.
+check(missing_task 2 "^$" "^nothing.qmt: cannot read the task file: no such file\n$" run nothing.qmt)
+check(folder_as_task 2 "^$" "^[^\n]*Jürgen Müller: cannot read the task file: is a folder, not a file\n$" run "${folder}")
+check(missing_block_file 2 "^$" "^qmhost: none.blk: cannot read the block file: no such file\n$"
+      configure A_CSV_OPEN none.blk)
+check(folder_as_plugin 2 "^$" "^qmhost: cannot load [^\n]*Jürgen Müller: is a folder, not a file\n$"
+      --plugin "${folder}" list)
+if(NOT EMULATOR)
+  # Bytes that are not UTF-8 reach only the native build's arguments, and a
+  # file unreadable for its user only a native process (as root, nobody).
+  execute_process(COMMAND id -u OUTPUT_VARIABLE uid OUTPUT_STRIP_TRAILING_WHITESPACE)
+  set(as_user)
+  if(uid STREQUAL "0")
+    set(as_user setpriv --reuid=65534 --regid=65534 --clear-groups)
+  endif()
+  file(WRITE "${WORK}/locked.qmt" "[print]\ntext=x\n")
+  file(CHMOD "${WORK}/locked.qmt" PERMISSIONS OWNER_WRITE)
+  execute_process(COMMAND ${as_user} bash -c "\"$0\" run \"a$(printf '\\377')\"; echo \"exit $?\" >&2; \"$0\" run locked.qmt"
+                          "${QMHOST}" WORKING_DIRECTORY "${WORK}" OUTPUT_VARIABLE out ERROR_VARIABLE err)
+  set(want "^qmhost: argument 2 \"a\\\\xff\" is not UTF-8 text \\(byte 0xFF at offset 1\\)\nexit 2\n"
+           "locked.qmt: cannot read the task file: permission denied\n$")
+  string(CONCAT want ${want})
+  if(NOT out STREQUAL "" OR NOT err MATCHES "${want}")
+    message(SEND_ERROR "argument_not_utf8, unreadable_task:\n--- stdout\n${out}--- stderr\n${err}")
+  endif()
+endif()
 check(task_from_stdin 0 "\"[0-9]+ orders for stdin\"\njob stop\ntask finished\n$" "^$"
       INPUT "${folder}/task.qmt" --var who=stdin run -)
 check(transcript_unwritable 6 "" "the transcript could not be written" OUTPUT /dev/full list)
