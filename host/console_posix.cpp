@@ -1,3 +1,4 @@
+#include <csignal>
 #include <cstring>
 
 #include "console.h"
@@ -6,7 +7,11 @@ namespace qmhost {
 
 std::vector<std::string> Utf8Arguments(int argc, char** argv) { return {argv, argv + argc}; }
 
-void PrepareConsole() {}
+void PrepareConsole() {
+  // A reader that goes away (qmhost run x.qmt | head) makes the next write
+  // fail, which ends qmhost with exit 6, instead of ending it by a signal.
+  std::signal(SIGPIPE, SIG_IGN);
+}
 
 std::filesystem::path PathOf(const std::string& utf8) { return utf8; }
 

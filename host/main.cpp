@@ -277,12 +277,14 @@ int Main(int argc, char** argv) {
       if (!CheckedTask(*info, task)) return kExitUsage;
       TaskRunner runner(*info, task, line.taskId);
       const RunResult result = runner.Run(line.maxSteps);
-      if (result.ok) {
-        Print("task finished");
+      // A quiet transcript is the task's own output: the outcome goes beside it.
+      const std::string outcome = result.ok ? "task finished" : result.failure;
+      if (line.quiet) {
+        PrintError(outcome);
       } else {
-        Print(result.failure);
-        exitCode = kExitTaskFailed;
+        Print(outcome);
       }
+      if (!result.ok) exitCode = kExitTaskFailed;
     }
   }  // the library unloads here and must give back every block it holds
 

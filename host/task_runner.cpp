@@ -155,7 +155,9 @@ bool TaskRunner::RunBuiltin(int32_t i, std::string& failure) {
     if (step.action == "break-loop") privateVariables[u"$$$BREAK$$$"] = u"$BREAK$LOOP$";
     nextStep_ = loop;
   } else if (step.action == "print") {
-    Print("  " + Quote(host.Expand(step.Value(u"text"))));  // the task's own output: --quiet keeps it
+    // The task's own output: --quiet keeps it, as the text itself, for a pipe.
+    const std::u16string text = host.Expand(step.Value(u"text"));
+    Print(host.options.quiet ? qm::Utf16ToUtf8(text) : "  " + Quote(text));
   } else if (step.action == "add-number") {
     const std::u16string name = host.Expand(step.Value(u"name"));
     const auto current = host.variables.find(name);

@@ -76,6 +76,18 @@ check(non_ascii_path_and_value 0 "\"[0-9]+ orders for Jürgen\"\njob stop\ntask 
       --var who=Jürgen run "${folder}/task.qmt")
 check(keys_of_an_action 0 "^A_CSV_SORT: .*\n  sortcolumn +text" "^$" keys A_CSV_SORT)
 check(keys_misspelt 2 "^$" "no action A_CSV_SROT; did you mean A_CSV_SORT\\?" keys A_CSV_SROT)
-check(quiet_keeps_print 0 "^  \"[0-9]+ orders for q\"\ntask finished\n$" "^$" --quiet --var who=q run "${folder}/task.qmt")
+# --quiet (-q) leaves the task's print lines as they are, for a pipe, and
+# the outcome on stderr.
+check(quiet_keeps_print 0 "^[0-9]+ orders for \"q\"\n$" "^task finished\n$" --quiet --var who="q" run "${folder}/task.qmt")
+
+# A reader that goes away before the transcript ends: exit 6, not a signal.
+string(REPEAT "[print]\ntext=a line of the transcript that nobody reads any more\n\n" 20000 many)
+file(WRITE "${WORK}/many.qmt" "${many}")
+execute_process(COMMAND ${EMULATOR} "${QMHOST}" run many.qmt COMMAND head -c 1 WORKING_DIRECTORY "${WORK}"
+                RESULTS_VARIABLE codes OUTPUT_QUIET ERROR_VARIABLE err TIMEOUT 120)
+list(GET codes 0 code)
+if(NOT code STREQUAL "6" OR NOT err MATCHES "the transcript could not be written")
+  message(SEND_ERROR "closed_pipe: exit ${code} (want 6)\n--- stderr\n${err}")
+endif()
 check(time_per_step 0 "\\[1\\] A_CSV_INFO\n.*  time [0-9.]+ ms\n.*time total [0-9.]+ ms\ntask finished" "^$"
       --time --var who=t run "${folder}/task.qmt")
