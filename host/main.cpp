@@ -149,13 +149,13 @@ int Configure(const TAFPluginInfo& info, const std::string& actionId, const std:
 
 // The task checked against the catalogue before its first step: false when
 // it must not run. Every problem goes to stderr as FILE:LINE: message.
-bool CheckedTask(const TAFPluginInfo& info, TaskFile& task) {
+bool CheckedTask(const TAFPluginInfo& info, TaskFile& task, bool lenient) {
   std::vector<CatalogueEntry> catalogue;
   for (int32_t i = 0; info.IsActions && info.ActionsInfo && i < info.ActionsInfo->ActionsCount; ++i) {
     const TAFActionInfo& action = *info.ActionsInfo->GetActionInfo(i);
     catalogue.push_back({Narrow(Z(action.ActionID)), action.ActionType});
   }
-  CheckTask(task, catalogue);
+  CheckTask(task, catalogue, lenient);
   for (const auto& line : task.Report()) PrintError(line);
   if (!task.HasErrors()) return true;
   PrintError("qmhost: " + task.path + ": the task was not run");
@@ -203,7 +203,7 @@ int Main(int argc, char** argv) {
     return kExitUsage;
   }
   if (line.help || line.version) {
-    const std::string usage = kUsage;
+    const std::string usage = line.command.empty() ? kUsage : CommandHelp(line.command);
     Print(line.help ? usage.substr(0, usage.size() - 1) : std::string("qmhost ") + QMHOST_VERSION);
     return TranscriptWritten() ? kExitOk : kExitTranscript;
   }
@@ -274,8 +274,9 @@ int Main(int argc, char** argv) {
         Print("about: none");
       }
     } else {
-      if (!CheckedTask(*info, task)) return kExitUsage;
+      if (!CheckedTask(*info, task, line.lenient)) return kExitUsage;
       TaskRunner runner(*info, task, line.taskId);
+      runner.lenientValues = line.lenient;
       const RunResult result = runner.Run(line.maxSteps);
       // A quiet transcript is the task's own output: the outcome goes beside it.
       const std::string outcome = result.ok ? "task finished" : result.failure;
@@ -284,7 +285,7 @@ int Main(int argc, char** argv) {
       } else {
         Print(outcome);
       }
-      if (!result.ok) exitCode = kExitTaskFailed;
+      if (!result.ok) exitCode = result.refused ? kExitUsage : kExitTaskFailed;
     }
   }  // the library unloads here and must give back every block it holds
 

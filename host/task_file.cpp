@@ -64,11 +64,13 @@ std::vector<std::string> TaskFile::Report() const {
   std::vector<TaskProblem> sorted = problems;
   std::stable_sort(sorted.begin(), sorted.end(), [](const TaskProblem& a, const TaskProblem& b) { return a.line < b.line; });
   std::vector<std::string> lines;
-  for (const auto& p : sorted) {
-    lines.push_back(path + ":" + (p.line > 0 ? std::to_string(p.line) + ":" : "") + " " +
-                    (p.warning ? "warning: " : "") + p.message);
-  }
+  for (const auto& p : sorted) lines.push_back(Describe(p));
   return lines;
+}
+
+std::string TaskFile::Describe(const TaskProblem& p) const {
+  return path + ":" + (p.line > 0 ? std::to_string(p.line) + ":" : "") + " " + (p.warning ? "warning: " : "") +
+         p.message;
 }
 
 std::string TaskFile::Where(const TaskStep& step) const { return path + ":" + std::to_string(step.sourceLine); }

@@ -13,6 +13,7 @@
 #include "file_bytes.h"
 #include "host.h"
 #include "table_view.h"
+#include "task_check.h"
 #include "transcript.h"
 
 namespace qmhost {
@@ -297,6 +298,19 @@ RunResult TaskRunner::Run(uint64_t maxSteps) {
         commentsShown_[static_cast<size_t>(i)] = true;
       }
       host.Event("[" + std::to_string(i) + "] " + step.action);
+    }
+    // Values with {variables} are checked now, expanded, as the whole task
+    // was before it started.
+    bool refused = false;
+    for (const auto& problem :
+         ExpandedValueProblems(step, lenientValues, [&](std::u16string_view text) { return host.Expand(text); })) {
+      PrintError(file_.Describe(problem));
+      refused = refused || !problem.warning;
+    }
+    if (refused) {
+      result = {false, "task stopped at step " + std::to_string(i) + " (" + step.action + ", " + file_.Where(step) +
+                           "): a value does not fit its key", true};
+      break;
     }
     nextStep_ = -1;
     std::string failure;

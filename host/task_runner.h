@@ -14,13 +14,16 @@ namespace qmhost {
 
 struct RunResult {
   bool ok = true;
-  std::string failure;  // set when !ok
+  std::string failure;   // set when !ok
+  bool refused = false;  // a value refused as its step was about to run
 };
 
 class TaskRunner : public TaskSteps {
  public:
   TaskRunner(const TAFPluginInfo& plugin, const TaskFile& file, int32_t taskId);
   RunResult Run(uint64_t maxSteps);
+  // A value that does not fit its key once expanded is only a warning.
+  bool lenientValues = false;
 
   // What the task interface answers from.
   int32_t TaskId() const override { return taskId_; }
