@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/utf.h"
+#include "display_width.h"
 
 namespace qmhost {
 
@@ -30,11 +31,6 @@ std::string Shown(const std::u16string& cell) {
   return out;
 }
 
-// Characters, not bytes: columns line up with non-ASCII letters.
-size_t Width(const std::string& text) {
-  return static_cast<size_t>(std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
-}
-
 }  // namespace
 
 std::vector<std::string> TableView(const std::vector<std::vector<std::u16string>>& records, size_t more) {
@@ -50,7 +46,7 @@ std::vector<std::string> TableView(const std::vector<std::vector<std::u16string>
   std::vector<size_t> widths;
   for (const auto& row : rows) {
     if (widths.size() < row.size()) widths.resize(row.size(), 0);
-    for (size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], Width(row[i]));
+    for (size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], DisplayWidth(row[i]));
   }
   std::vector<std::string> lines;
   for (const auto& row : rows) {
@@ -58,7 +54,7 @@ std::vector<std::string> TableView(const std::vector<std::vector<std::u16string>
     for (size_t i = 0; i < row.size(); ++i) {
       if (i > 0) line += " | ";
       line += row[i];
-      if (i + 1 < row.size()) line.append(widths[i] - Width(row[i]), ' ');
+      if (i + 1 < row.size()) line.append(widths[i] - DisplayWidth(row[i]), ' ');
     }
     while (!line.empty() && line.back() == ' ') line.pop_back();
     lines.push_back(line);
