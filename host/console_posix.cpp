@@ -1,6 +1,8 @@
 #include <csignal>
 #include <cstring>
 
+#include <unistd.h>
+
 #include "console.h"
 
 namespace qmhost {
@@ -12,6 +14,8 @@ void PrepareConsole() {
   // fail, which ends qmhost with exit 6, instead of ending it by a signal.
   std::signal(SIGPIPE, SIG_IGN);
 }
+
+bool StderrIsTerminal() { return isatty(STDERR_FILENO) != 0; }
 
 std::filesystem::path PathOf(const std::string& utf8) { return utf8; }
 

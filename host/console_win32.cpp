@@ -33,6 +33,8 @@ void PrepareConsole() {
   SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
 }
 
+bool StderrIsTerminal() { return _isatty(_fileno(stderr)) != 0; }
+
 std::filesystem::path PathOf(const std::string& utf8) {
   const std::u16string text = qm::Utf8ToUtf16(utf8);
   return std::filesystem::path(std::wstring(text.begin(), text.end()));

@@ -277,6 +277,7 @@ int Main(int argc, char** argv) {
       if (!CheckedTask(*info, task, line.lenient)) return kExitUsage;
       TaskRunner runner(*info, task, line.taskId);
       runner.lenientValues = line.lenient;
+      runner.showProgress = line.progress || StderrIsTerminal();
       const RunResult result = runner.Run(line.maxSteps);
       // A quiet transcript is the task's own output: the outcome goes beside it.
       const std::string outcome = result.ok ? "task finished" : result.failure;

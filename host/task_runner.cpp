@@ -6,12 +6,14 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <memory>
 
 #include "console.h"
 #include "action_keys.h"
 #include "core/utf.h"
 #include "file_bytes.h"
 #include "host.h"
+#include "progress.h"
 #include "table_view.h"
 #include "task_check.h"
 #include "transcript.h"
@@ -93,6 +95,7 @@ TaskRunner::TaskRunner(const TAFPluginInfo& plugin, const TaskFile& file, int32_
     actionIndex_.push_back(ActionIndex(step.action));
   }
   commentsShown_.assign(steps_.size(), false);
+  runs_.assign(steps_.size(), 0);
 }
 
 int32_t TaskRunner::ActionIndex(const std::string& id) const {
@@ -285,6 +288,8 @@ RunResult TaskRunner::Run(uint64_t maxSteps) {
     std::snprintf(text, sizeof text, "%.3f ms", std::chrono::duration<double, std::milli>(d).count());
     return std::string(text);
   };
+  std::unique_ptr<Progress> progress;
+  if (showProgress) progress = std::make_unique<Progress>();
   for (int32_t i = 0; i >= 0 && i < StepCount();) {
     if (++executed > maxSteps) {
       result = {false, "more than " + std::to_string(maxSteps) + " steps run"};
@@ -311,6 +316,11 @@ RunResult TaskRunner::Run(uint64_t maxSteps) {
       result = {false, "task stopped at step " + std::to_string(i) + " (" + step.action + ", " + file_.Where(step) +
                            "): a value does not fit its key", true};
       break;
+    }
+    ++runs_[static_cast<size_t>(i)];
+    if (progress) {
+      const int32_t loop = StepType(i) == atBeginLoop ? i : EnclosingLoop(i);
+      progress->StepStarted(i, step.action, loop >= 0 ? runs_[static_cast<size_t>(loop)] : 0);
     }
     nextStep_ = -1;
     std::string failure;
@@ -356,6 +366,7 @@ RunResult TaskRunner::Run(uint64_t maxSteps) {
     }
     i = nextStep_ >= 0 ? nextStep_ : i + 1;
   }
+  progress.reset();
   JobStop();
   if (host.options.time) host.Event("time total " + milliseconds(Clock::now() - started));
   if (bridge->references != 1) {

@@ -24,6 +24,8 @@ class TaskRunner : public TaskSteps {
   RunResult Run(uint64_t maxSteps);
   // A value that does not fit its key once expanded is only a warning.
   bool lenientValues = false;
+  // The running step on stderr once a second.
+  bool showProgress = false;
 
   // What the task interface answers from.
   int32_t TaskId() const override { return taskId_; }
@@ -52,6 +54,7 @@ class TaskRunner : public TaskSteps {
   std::vector<std::u16string> blocks_;
   std::vector<int32_t> actionIndex_;  // per step: catalogue index, or -1 for a built-in
   std::vector<bool> commentsShown_;   // a step's comments print before its first run only
+  std::vector<uint64_t> runs_;        // per step: how often it has started
   int32_t taskId_;
   int32_t nextStep_ = -1;
   TaskInterface* bridge_ = nullptr;

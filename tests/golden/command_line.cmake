@@ -51,6 +51,16 @@ check(missing_block_file 2 "^$" "^qmhost: none.blk: cannot read the block file: 
 check(folder_as_plugin 2 "^$" "^qmhost: cannot load [^\n]*Jürgen Müller: is a folder, not a file\n$"
       --plugin "${folder}" list)
 if(NOT EMULATOR)
+  # --progress: once a second on stderr the running step, its time and its
+  # loop pass, here while show-file waits 2.5 s for its input to end.
+  file(WRITE "${WORK}/slow.qmt" "[A_CSV_LOOP]\nsource=2\nlinecount=2\nline00000000=a\nline00000001=b\n\n[show-file]\nname=/dev/stdin\n\n[end-loop]\n")
+  execute_process(COMMAND sleep 2.5 COMMAND "${QMHOST}" --progress run slow.qmt WORKING_DIRECTORY "${WORK}"
+                  OUTPUT_VARIABLE out ERROR_VARIABLE err RESULT_VARIABLE rc)
+  if(NOT rc STREQUAL "0" OR NOT err MATCHES "^(qmhost: [0-9.]+ s: step 1 show-file, running for [0-9.]+ s, loop pass 1\n)+$")
+    message(SEND_ERROR "progress: exit ${rc}\n--- stderr\n${err}")
+  endif()
+  check(no_progress_in_a_pipe 0 "task finished" "^$" INPUT "${WORK}/slow.qmt" run slow.qmt)
+
   # Bytes that are not UTF-8 reach only the native build's arguments, and a
   # file unreadable for its user only a native process (as root, nobody).
   execute_process(COMMAND id -u OUTPUT_VARIABLE uid OUTPUT_STRIP_TRAILING_WHITESPACE)
@@ -79,6 +89,14 @@ check(keys_misspelt 2 "^$" "no action A_CSV_SROT; did you mean A_CSV_SORT\\?" ke
 # --quiet (-q) leaves the task's print lines as they are, for a pipe, and
 # the outcome on stderr.
 check(quiet_keeps_print 0 "^[0-9]+ orders for \"q\"\n$" "^task finished\n$" --quiet --var who="q" run "${folder}/task.qmt")
+
+# Per-command help, "--" before a file name that starts with "-", -q.
+check(run_help 0 "^usage: qmhost \\[options\\] run TASKFILE\n.*exit codes:" "^$" run --help)
+check(inspect_help 0 "^usage: qmhost inspect FILE\n" "^$" -h inspect)
+check(help_of_unknown 2 "^$" "unknown command frob" frob --help)
+file(WRITE "${WORK}/-dash.qmt" "[print]\ntext=dash\n")
+check(options_end 0 "^dash\n$" "^task finished\n$" -q run -- -dash.qmt)
+check(dash_file_without_end 2 "^$" "unknown option -dash.qmt" run -dash.qmt)
 
 # A reader that goes away before the transcript ends: exit 6, not a signal.
 string(REPEAT "[print]\ntext=a line of the transcript that nobody reads any more\n\n" 20000 many)
