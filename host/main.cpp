@@ -16,6 +16,7 @@
 #include "core/utf.h"
 #include "host.h"
 #include "host_memory.h"
+#include "inspect.h"
 #include "plugin_library.h"
 #include "task_check.h"
 #include "task_file.h"
@@ -206,6 +207,10 @@ int Main(int argc, char** argv) {
     const std::string usage = line.command.empty() ? kUsage : CommandHelp(line.command);
     Print(line.help ? usage.substr(0, usage.size() - 1) : std::string("qmhost ") + QMHOST_VERSION);
     return TranscriptWritten() ? kExitOk : kExitTranscript;
+  }
+  if (line.command == "inspect") {
+    const int code = Inspect(line.args.front());
+    return TranscriptWritten() || code != kExitOk ? code : kExitTranscript;
   }
   if (line.command == "keys") {
     const int code = PrintKeys(line.args.empty() ? std::string() : line.args.front());
