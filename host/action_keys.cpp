@@ -168,7 +168,7 @@ const std::vector<ActionKeys>& AllActionKeys() {
       {"set-variable", "host: sets a host variable", Keys(kSetVariable), true},
       {"add-number", "host: adds a decimal number to a variable", Keys(kAddNumber), true},
       {"show-file", "host: prints a file's bytes", Keys(kShowFile), true},
-      {"show-table", "host: prints the task's table, aligned, as Save would write it", Keys(kShowTable), true},
+      {"show-table", "host: prints the task's first records, aligned, without changing the table", Keys(kShowTable), true},
       {"end-loop", "host: back to the loop's begin step", {}, true},
       {"break-loop", "host: asks the loop to stop", {}, true},
   };
