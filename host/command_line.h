@@ -10,9 +10,9 @@
 namespace qmhost {
 
 struct CommandLine {
-  std::string command;            // list, about, run, configure, keys; empty with help or version
+  std::string command;            // list, about, run, configure, keys, inspect; empty with help or version
   std::vector<std::string> args;  // the command's arguments
-  bool help = false;
+  bool help = false;  // with a command: that command's help
   bool version = false;
   std::string pluginPath;  // empty: the library next to qmhost
   std::string hostVersion;
@@ -23,6 +23,8 @@ struct CommandLine {
   bool traceExpand = false;
   bool refuseBridge = false;
   bool time = false;
+  bool lenient = false;   // a value that does not fit its key is only a warning
+  bool progress = false;  // the running step on stderr, even when stderr is no terminal
 };
 
 // False with `error` set ("unknown option --bogus", ...) when the words
@@ -30,5 +32,8 @@ struct CommandLine {
 bool ParseCommandLine(const std::vector<std::string>& words, CommandLine& line, std::string& error);
 
 extern const char kUsage[];
+// The help text of one command (`qmhost COMMAND --help`), or null for an
+// unknown command.
+const char* CommandHelp(const std::string& command);
 
 }  // namespace qmhost

@@ -17,6 +17,8 @@ std::vector<std::string> Utf8Arguments(int argc, char** argv);
 void PrepareConsole();
 // A UTF-8 file name as a path the system opens without a code page in between.
 std::filesystem::path PathOf(const std::string& utf8);
+// True when standard error goes to a terminal (a person watches it).
+bool StderrIsTerminal();
 // The system's message for an error number, without a trailing line break.
 std::string SystemErrorText(unsigned long code);
 

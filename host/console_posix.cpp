@@ -1,4 +1,7 @@
+#include <csignal>
 #include <cstring>
+
+#include <unistd.h>
 
 #include "console.h"
 
@@ -6,7 +9,13 @@ namespace qmhost {
 
 std::vector<std::string> Utf8Arguments(int argc, char** argv) { return {argv, argv + argc}; }
 
-void PrepareConsole() {}
+void PrepareConsole() {
+  // A reader that goes away (qmhost run x.qmt | head) makes the next write
+  // fail, which ends qmhost with exit 6, instead of ending it by a signal.
+  std::signal(SIGPIPE, SIG_IGN);
+}
+
+bool StderrIsTerminal() { return isatty(STDERR_FILENO) != 0; }
 
 std::filesystem::path PathOf(const std::string& utf8) { return utf8; }
 

@@ -18,7 +18,24 @@ std::vector<std::string> Utf8Arguments(int argc, char** argv) {
   std::vector<std::string> words;
   for (int i = 0; i < count; ++i) {
     const std::wstring word(wide[i]);
-    words.push_back(qm::Utf16ToUtf8(std::u16string(word.begin(), word.end())));
+    std::string utf8;
+    for (size_t k = 0; k < word.size(); ++k) {
+      const auto unit = static_cast<char16_t>(word[k]);
+      const bool high = unit >= 0xD800 && unit <= 0xDBFF;
+      const bool paired = high && k + 1 < word.size() && word[k + 1] >= 0xDC00 && word[k + 1] <= 0xDFFF;
+      if (paired) {
+        utf8 += qm::Utf16ToUtf8(std::u16string{unit, static_cast<char16_t>(word[++k])});
+      } else if (unit >= 0xD800 && unit <= 0xDFFF) {
+        // A lone surrogate is no text: kept as its three bytes, which the
+        // argument check then refuses, instead of a silent U+FFFD.
+        utf8 += static_cast<char>(0xE0 | (unit >> 12));
+        utf8 += static_cast<char>(0x80 | ((unit >> 6) & 0x3F));
+        utf8 += static_cast<char>(0x80 | (unit & 0x3F));
+      } else {
+        utf8 += qm::Utf16ToUtf8(std::u16string_view(&unit, 1));
+      }
+    }
+    words.push_back(std::move(utf8));
   }
   LocalFree(wide);
   return words;
@@ -32,6 +49,8 @@ void PrepareConsole() {
   SetConsoleOutputCP(CP_UTF8);
   SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
 }
+
+bool StderrIsTerminal() { return _isatty(_fileno(stderr)) != 0; }
 
 std::filesystem::path PathOf(const std::string& utf8) {
   const std::u16string text = qm::Utf8ToUtf16(utf8);

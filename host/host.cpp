@@ -34,7 +34,7 @@ void ExpandText(const char16_t* source, char16_t* buf, int32_t* bufSize, LongBoo
   const bool fits = needed <= *bufSize;
   if (host.options.traceExpand) {
     host.Event("  expand " + Quote(Z(source)) + " into " + std::to_string(*bufSize) + " bytes: " +
-               (fits ? "done" : "needs " + std::to_string(needed)));
+               (fits ? "gives " + QuoteValue(result) : "needs " + std::to_string(needed)));
   }
   if (!fits) {
     *bufSize = needed;

@@ -4,22 +4,25 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
-#include <fstream>
 #include <iterator>
+#include <new>
 #include <string>
 #include <vector>
 
 #include "action_keys.h"
 #include "command_line.h"
 #include "console.h"
+#include "file_bytes.h"
 #include "core/utf.h"
 #include "host.h"
 #include "host_memory.h"
+#include "inspect.h"
 #include "plugin_library.h"
 #include "task_check.h"
 #include "task_file.h"
 #include "task_runner.h"
 #include "transcript.h"
+#include "utf8_text.h"
 
 using namespace qmhost;
 
@@ -77,10 +80,15 @@ void List(const TAFPluginInfo& info) {
 }
 
 // A block file's UTF-8 lines as a step's block: each line a key, ending in CR LF.
-bool ReadBlockFile(const std::string& path, std::u16string& block) {
-  std::ifstream in(PathOf(path), std::ios::binary);
-  if (!in) return false;
-  const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+bool ReadBlockFile(const std::string& path, std::u16string& block, std::string& reason) {
+  std::string bytes;
+  if (!ReadFileBytes(path, bytes, reason)) return false;
+  const size_t bad = FirstInvalidUtf8(bytes);
+  if (bad != std::string::npos) {
+    reason = "not UTF-8 text (byte " + HexByte(static_cast<unsigned char>(bytes[bad])) + " at offset " +
+             std::to_string(bad) + ")";
+    return false;
+  }
   size_t start = 0;
   while (start < bytes.size()) {
     size_t end = bytes.find('\n', start);
@@ -91,6 +99,18 @@ bool ReadBlockFile(const std::string& path, std::u16string& block) {
     start = end + 1;
   }
   return true;
+}
+
+// The first command-line word that is not UTF-8 text, named with the byte
+// at fault; empty when all are.
+std::string BadArgument(const std::vector<std::string>& words) {
+  for (size_t i = 1; i < words.size(); ++i) {
+    const size_t bad = FirstInvalidUtf8(words[i]);
+    if (bad == std::string::npos) continue;
+    return "argument " + std::to_string(i) + " " + QuoteBytes(words[i]) + " is not UTF-8 text (byte " +
+           HexByte(static_cast<unsigned char>(words[i][bad])) + " at offset " + std::to_string(bad) + ")";
+  }
+  return {};
 }
 
 // Opens the editor of the action `actionId` on `block` through the catalogue;
@@ -130,13 +150,13 @@ int Configure(const TAFPluginInfo& info, const std::string& actionId, const std:
 
 // The task checked against the catalogue before its first step: false when
 // it must not run. Every problem goes to stderr as FILE:LINE: message.
-bool CheckedTask(const TAFPluginInfo& info, TaskFile& task) {
+bool CheckedTask(const TAFPluginInfo& info, TaskFile& task, bool lenient) {
   std::vector<CatalogueEntry> catalogue;
   for (int32_t i = 0; info.IsActions && info.ActionsInfo && i < info.ActionsInfo->ActionsCount; ++i) {
     const TAFActionInfo& action = *info.ActionsInfo->GetActionInfo(i);
     catalogue.push_back({Narrow(Z(action.ActionID)), action.ActionType});
   }
-  CheckTask(task, catalogue);
+  CheckTask(task, catalogue, lenient);
   for (const auto& line : task.Report()) PrintError(line);
   if (!task.HasErrors()) return true;
   PrintError("qmhost: " + task.path + ": the task was not run");
@@ -170,11 +190,13 @@ int PrintKeys(const std::string& id) {
   return kExitOk;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int Main(int argc, char** argv) {
   PrepareConsole();
   const std::vector<std::string> words = Utf8Arguments(argc, argv);
+  if (const std::string bad = BadArgument(words); !bad.empty()) {
+    PrintError("qmhost: " + bad);
+    return kExitUsage;
+  }
   CommandLine line;
   std::string lineError;
   if (!ParseCommandLine(std::vector<std::string>(words.begin() + 1, words.end()), line, lineError)) {
@@ -182,9 +204,13 @@ int main(int argc, char** argv) {
     return kExitUsage;
   }
   if (line.help || line.version) {
-    const std::string usage = kUsage;
+    const std::string usage = line.command.empty() ? kUsage : CommandHelp(line.command);
     Print(line.help ? usage.substr(0, usage.size() - 1) : std::string("qmhost ") + QMHOST_VERSION);
     return TranscriptWritten() ? kExitOk : kExitTranscript;
+  }
+  if (line.command == "inspect") {
+    const int code = Inspect(line.args.front());
+    return TranscriptWritten() || code != kExitOk ? code : kExitTranscript;
   }
   if (line.command == "keys") {
     const int code = PrintKeys(line.args.empty() ? std::string() : line.args.front());
@@ -201,17 +227,18 @@ int main(int argc, char** argv) {
   const bool configure = line.command == "configure";
   std::vector<std::string> args = line.args;
   args.insert(args.begin(), line.command);
+  std::u16string block;
+  std::string reason;
+  if (configure && args.size() == 3 && !ReadBlockFile(args[2], block, reason)) {
+    PrintError("qmhost: " + args[2] + ": cannot read the block file: " + reason);
+    return kExitUsage;
+  }
 #ifndef _WIN32
   if (configure) {
     PrintError("qmhost: configure needs the Windows build: the dialogs are Windows windows");
     return kExitUsage;
   }
 #endif
-  std::u16string block;
-  if (configure && args.size() == 3 && !ReadBlockFile(args[2], block)) {
-    PrintError("qmhost: cannot read " + args[2]);
-    return kExitUsage;
-  }
 
   TaskFile task;
   if (args[0] == "run") {
@@ -225,8 +252,8 @@ int main(int argc, char** argv) {
   int exitCode = kExitOk;
   {
     PluginLibrary library;
-    std::string error;
-    if (!library.Load(pluginPath, error)) {
+    std::string error = FileProblem(pluginPath);
+    if (!error.empty() || !library.Load(pluginPath, error)) {
       PrintError("qmhost: cannot load " + pluginPath + ": " + error);
       return kExitUsage;
     }
@@ -252,15 +279,19 @@ int main(int argc, char** argv) {
         Print("about: none");
       }
     } else {
-      if (!CheckedTask(*info, task)) return kExitUsage;
+      if (!CheckedTask(*info, task, line.lenient)) return kExitUsage;
       TaskRunner runner(*info, task, line.taskId);
+      runner.lenientValues = line.lenient;
+      runner.showProgress = line.progress || StderrIsTerminal();
       const RunResult result = runner.Run(line.maxSteps);
-      if (result.ok) {
-        Print("task finished");
+      // A quiet transcript is the task's own output: the outcome goes beside it.
+      const std::string outcome = result.ok ? "task finished" : result.failure;
+      if (line.quiet) {
+        PrintError(outcome);
       } else {
-        Print(result.failure);
-        exitCode = kExitTaskFailed;
+        Print(outcome);
       }
+      if (!result.ok) exitCode = result.refused ? kExitUsage : kExitTaskFailed;
     }
   }  // the library unloads here and must give back every block it holds
 
@@ -273,4 +304,21 @@ int main(int argc, char** argv) {
     return kExitTranscript;
   }
   return exitCode;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  // Whatever goes wrong in qmhost itself ends as one line, never as an
+  // exception the runtime reports with an abort.
+  try {
+    return Main(argc, argv);
+  } catch (const std::bad_alloc&) {
+    PrintError("qmhost: out of memory");
+  } catch (const std::exception& e) {
+    PrintError(std::string("qmhost: unexpected error: ") + e.what());
+  } catch (...) {
+    PrintError("qmhost: unexpected error");
+  }
+  return kExitUsage;
 }

@@ -3,40 +3,11 @@
 #include <algorithm>
 
 #include "core/utf.h"
+#include "display_width.h"
 
 namespace qmhost {
 
 namespace {
-
-// One record's cells from tab-delimited CSV text with double quotes; `at`
-// moves past the record's line end (a quoted cell may hold line breaks).
-std::vector<std::u16string> NextRecord(const std::u16string& csv, size_t& at) {
-  std::vector<std::u16string> cells(1);
-  bool quoted = false;
-  while (at < csv.size()) {
-    const char16_t c = csv[at++];
-    if (quoted) {
-      if (c == u'"' && at < csv.size() && csv[at] == u'"') {
-        cells.back() += u'"';
-        ++at;
-      } else if (c == u'"') {
-        quoted = false;
-      } else {
-        cells.back() += c;
-      }
-    } else if (c == u'"') {
-      quoted = true;
-    } else if (c == u'\t') {
-      cells.emplace_back();
-    } else if (c == u'\r' || c == u'\n') {
-      if (c == u'\r' && at < csv.size() && csv[at] == u'\n') ++at;
-      break;
-    } else {
-      cells.back() += c;
-    }
-  }
-  return cells;
-}
 
 // A cell as shown: control characters escaped, so each record stays one line.
 std::string Shown(const std::u16string& cell) {
@@ -60,30 +31,22 @@ std::string Shown(const std::u16string& cell) {
   return out;
 }
 
-// Characters, not bytes: columns line up with non-ASCII letters.
-size_t Width(const std::string& text) {
-  return static_cast<size_t>(std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
-}
-
 }  // namespace
 
-std::vector<std::string> TableView(const std::u16string& csv, size_t limit) {
+std::vector<std::string> TableView(const std::vector<std::vector<std::u16string>>& records, size_t more) {
   std::vector<std::vector<std::string>> rows;
-  size_t more = 0;
-  for (size_t at = 0; at < csv.size();) {
-    const auto cells = NextRecord(csv, at);
-    if (rows.size() >= limit) {
-      ++more;
-      continue;
-    }
-    std::vector<std::string> shown;
-    for (const auto& cell : cells) shown.push_back(Shown(cell));
-    rows.push_back(std::move(shown));
+  if (!records.empty()) {
+    rows.emplace_back(1, "#");
+    for (size_t column = 1; column <= records.front().size(); ++column) rows.back().push_back(std::to_string(column));
+  }
+  for (size_t row = 0; row < records.size(); ++row) {
+    rows.emplace_back(1, std::to_string(row + 1));
+    for (const auto& cell : records[row]) rows.back().push_back(Shown(cell));
   }
   std::vector<size_t> widths;
   for (const auto& row : rows) {
     if (widths.size() < row.size()) widths.resize(row.size(), 0);
-    for (size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], Width(row[i]));
+    for (size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], DisplayWidth(row[i]));
   }
   std::vector<std::string> lines;
   for (const auto& row : rows) {
@@ -91,12 +54,13 @@ std::vector<std::string> TableView(const std::u16string& csv, size_t limit) {
     for (size_t i = 0; i < row.size(); ++i) {
       if (i > 0) line += " | ";
       line += row[i];
-      if (i + 1 < row.size()) line.append(widths[i] - Width(row[i]), ' ');
+      if (i + 1 < row.size()) line.append(widths[i] - DisplayWidth(row[i]), ' ');
     }
     while (!line.empty() && line.back() == ' ') line.pop_back();
     lines.push_back(line);
   }
-  if (more > 0) lines.push_back("... " + std::to_string(more) + " more line" + (more == 1 ? "" : "s"));
+  if (records.empty() && more == 0) lines.push_back("(no records)");
+  if (more > 0) lines.push_back("... " + std::to_string(more) + " more record" + (more == 1 ? "" : "s"));
   return lines;
 }
 

@@ -1,5 +1,6 @@
-// The task's table as aligned text for the show-table step: the CSV text a
-// Save to a variable wrote (tab-delimited, double quotes), one line a record.
+// The task's table as aligned text for the show-table step: its first
+// records, headed by the column numbers and led by the row numbers that the
+// actions' parameters use (both from 1).
 #pragma once
 
 #include <string>
@@ -7,9 +8,9 @@
 
 namespace qmhost {
 
-// The first `limit` records of `csv` as lines of cells padded to their
-// column's width, control characters escaped, then "... N more lines" when
-// some are left out.
-std::vector<std::string> TableView(const std::u16string& csv, size_t limit);
+// One line of column numbers, then one line per record of cells padded to
+// their column's width, control characters escaped; then "... N more
+// records" when `more` records are left out.
+std::vector<std::string> TableView(const std::vector<std::vector<std::u16string>>& records, size_t more);
 
 }  // namespace qmhost

@@ -37,7 +37,39 @@ std::string Suggestion(const std::string& word, const std::vector<std::string>& 
   return nearest.empty() ? std::string() : "; did you mean " + nearest + "?";
 }
 
+using Expander = std::function<std::u16string(std::u16string_view)>;
+
+// Each value of the step checked against its key. Without `expand` (before
+// the task runs) every value but those with "{" in keys the plug-in expands;
+// with it (as the step runs) only those, expanded.
+std::vector<TaskProblem> ValueProblems(const TaskStep& step, bool lenient, const Expander* expand) {
+  std::vector<TaskProblem> problems;
+  const ActionKeys* keys = FindActionKeys(step.action);
+  for (size_t i = 0; keys && i < step.lines.size(); ++i) {
+    const std::u16string& line = step.lines[i];
+    const size_t eq = line.find(u'=');
+    const std::string name = qm::Utf16ToUtf8(line.substr(0, eq));
+    const KeyInfo* key = FindKey(*keys, name);
+    if (!key) continue;
+    const std::u16string value = line.substr(eq + 1);
+    const bool later = key->expanded && value.find(u'{') != std::u16string::npos;
+    if (later != (expand != nullptr)) continue;
+    const std::u16string read = later ? (*expand)(value) : value;
+    std::string problem = ValueProblem(*key, read);
+    if (problem.empty()) continue;
+    std::string shown = name + "=" + qm::Utf16ToUtf8(value);
+    if (later) shown += " (expanded: " + qm::Utf16ToUtf8(read) + ")";
+    if (!key->expanded && value.find(u'{') != std::u16string::npos) problem += "; variables are not expanded here";
+    problems.push_back({step.lineNumbers[i], lenient, step.action + ": bad value " + shown + ": " + problem});
+  }
+  return problems;
+}
+
 }  // namespace
+
+std::vector<TaskProblem> ExpandedValueProblems(const TaskStep& step, bool lenient, const Expander& expand) {
+  return ValueProblems(step, lenient, &expand);
+}
 
 std::string Nearest(const std::string& word, const std::vector<std::string>& candidates) {
   const std::string folded = Folded(word);
@@ -53,7 +85,7 @@ std::string Nearest(const std::string& word, const std::vector<std::string>& can
   return best;
 }
 
-void CheckTask(TaskFile& file, const std::vector<CatalogueEntry>& catalogue) {
+void CheckTask(TaskFile& file, const std::vector<CatalogueEntry>& catalogue, bool lenient) {
   std::vector<std::string> ids;
   for (const auto& entry : catalogue) ids.push_back(entry.id);
   for (const auto& action : AllActionKeys()) {
@@ -84,6 +116,7 @@ void CheckTask(TaskFile& file, const std::vector<CatalogueEntry>& catalogue) {
       file.problems.push_back({step.lineNumbers[i], true,
                                step.action + " never reads the key " + name + Suggestion(name, names)});
     }
+    for (auto& problem : ValueProblems(step, lenient, nullptr)) file.problems.push_back(std::move(problem));
   }
   // A loop without its end runs its steps once; a task may mean that (a loop
   // left open at the stop), so it is a warning.

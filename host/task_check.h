@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,8 +17,15 @@ struct CatalogueEntry {
   int32_t type = 0;  // atSimple, atBeginLoop, ...
 };
 
-// Adds what it finds to `file.problems`.
-void CheckTask(TaskFile& file, const std::vector<CatalogueEntry>& catalogue);
+// Adds what it finds to `file.problems`. A value that does not fit its key
+// is an error, or only a warning when `lenient` (tasks that hand the plug-in
+// odd values on purpose).
+void CheckTask(TaskFile& file, const std::vector<CatalogueEntry>& catalogue, bool lenient = false);
+
+// The values with "{" in keys whose variables are expanded, checked once
+// `expand` has expanded them (as the step runs); errors unless `lenient`.
+std::vector<TaskProblem> ExpandedValueProblems(const TaskStep& step, bool lenient,
+                                               const std::function<std::u16string(std::u16string_view)>& expand);
 
 // The candidate nearest to `word`, letter case ignored; empty when none is
 // close enough to be a likely misspelling.

@@ -7,7 +7,8 @@
 #include <iterator>
 #include <sstream>
 
-#include "console.h"
+#include "file_bytes.h"
+#include "utf8_text.h"
 #include "core/utf.h"
 
 namespace qmhost {
@@ -24,36 +25,15 @@ std::string Trimmed(const std::string& text) {
   return text.substr(first, last - first);
 }
 
-std::string Hex(unsigned char c) {
-  char text[8];
-  std::snprintf(text, sizeof text, "0x%02X", c);
-  return text;
-}
-
-// The first byte of `line` that does not start valid UTF-8, or npos.
-size_t FirstInvalidUtf8(const std::string& line) {
-  if (qm::Utf16ToUtf8(qm::Utf8ToUtf16(line)) == line) return std::string::npos;
-  size_t i = 0;
-  while (i < line.size()) {
-    const std::string rest = line.substr(i, 4);
-    char16_t units[4];
-    char16_t* out = units;
-    const size_t used = qm::DecodeUtf8Sequence(rest.data(), rest.size(), out);
-    if (units[0] == 0xFFFD && line.compare(i, 3, "\xEF\xBF\xBD") != 0) return i;
-    i += used;
-  }
-  return 0;
-}
-
-bool ReadBytes(const std::string& path, std::string& bytes) {
-  if (path == "-") {
+bool ReadBytes(const std::string& path, std::string& bytes, std::string& reason) {
+  if (path != "-") return ReadFileBytes(path, bytes, reason);
+  try {
     bytes.assign(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>());
-    return !std::cin.bad();
+  } catch (const std::exception&) {
+    std::cin.setstate(std::ios::badbit);
   }
-  std::ifstream in(PathOf(path), std::ios::binary);
-  if (!in) return false;
-  bytes.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-  return !in.bad();
+  if (std::cin.bad()) reason = "a read error on standard input";
+  return reason.empty();
 }
 
 }  // namespace
@@ -84,11 +64,13 @@ std::vector<std::string> TaskFile::Report() const {
   std::vector<TaskProblem> sorted = problems;
   std::stable_sort(sorted.begin(), sorted.end(), [](const TaskProblem& a, const TaskProblem& b) { return a.line < b.line; });
   std::vector<std::string> lines;
-  for (const auto& p : sorted) {
-    lines.push_back(path + ":" + (p.line > 0 ? std::to_string(p.line) + ":" : "") + " " +
-                    (p.warning ? "warning: " : "") + p.message);
-  }
+  for (const auto& p : sorted) lines.push_back(Describe(p));
   return lines;
+}
+
+std::string TaskFile::Describe(const TaskProblem& p) const {
+  return path + ":" + (p.line > 0 ? std::to_string(p.line) + ":" : "") + " " + (p.warning ? "warning: " : "") +
+         p.message;
 }
 
 std::string TaskFile::Where(const TaskStep& step) const { return path + ":" + std::to_string(step.sourceLine); }
@@ -96,8 +78,9 @@ std::string TaskFile::Where(const TaskStep& step) const { return path + ":" + st
 bool ReadTaskFile(const std::string& path, TaskFile& file) {
   file.path = path == "-" ? "stdin" : path;
   std::string bytes;
-  if (!ReadBytes(path, bytes)) {
-    file.problems.push_back({0, false, "cannot read the task file"});
+  std::string reason;
+  if (!ReadBytes(path, bytes, reason)) {
+    file.problems.push_back({0, false, "cannot read the task file: " + reason});
     return false;
   }
   if (bytes.compare(0, 3, "\xEF\xBB\xBF") == 0) bytes.erase(0, 3);  // Notepad's UTF-8 mark
@@ -118,7 +101,7 @@ bool ReadTaskFile(const std::string& path, TaskFile& file) {
     const size_t bad = FirstInvalidUtf8(line);
     if (bad != std::string::npos) {
       file.problems.push_back({number, false,
-                               "not UTF-8 text (byte " + Hex(static_cast<unsigned char>(line[bad])) + " at column " +
+                               "not UTF-8 text (byte " + HexByte(static_cast<unsigned char>(line[bad])) + " at column " +
                                    std::to_string(bad + 1) + "); save the task file as UTF-8"});
       encodingBad = true;
       continue;

@@ -41,6 +41,8 @@ struct TaskFile {
   bool HasErrors() const;
   // "PATH:LINE: message" ("warning: " before a warning's message), in line order.
   std::vector<std::string> Report() const;
+  // One problem as Report writes it.
+  std::string Describe(const TaskProblem& problem) const;
   // Where a step stands, as "PATH:LINE".
   std::string Where(const TaskStep& step) const;
 };

@@ -2,17 +2,20 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <exception>
-#include <fstream>
-#include <sstream>
+#include <memory>
 
 #include "console.h"
 #include "action_keys.h"
 #include "core/utf.h"
+#include "file_bytes.h"
 #include "host.h"
+#include "progress.h"
 #include "table_view.h"
+#include "task_check.h"
 #include "transcript.h"
 
 namespace qmhost {
@@ -27,7 +30,8 @@ bool IsBuiltin(const std::string& name) {
   return keys && keys->builtin;
 }
 
-// The variable the show-table step has the plug-in's Save write into.
+// The prefix of the host variables the show-table step has the plug-in
+// write the table's size and cells into; they are gone when the step ends.
 constexpr char16_t kTableVariable[] = u"$$qmhost table$$";
 
 // a + b for decimal numbers written with "." or "," before the fraction
@@ -72,6 +76,16 @@ bool AddDecimal(const std::string& a, const std::string& b, std::string& sum) {
   return true;
 }
 
+// A count the plug-in wrote in decimal; anything else counts as 0.
+size_t Count(const std::u16string& text) {
+  size_t value = 0;
+  for (const char16_t c : text) {
+    if (c < u'0' || c > u'9' || value > SIZE_MAX / 20) return 0;
+    value = value * 10 + static_cast<size_t>(c - u'0');
+  }
+  return value;
+}
+
 }  // namespace
 
 TaskRunner::TaskRunner(const TAFPluginInfo& plugin, const TaskFile& file, int32_t taskId)
@@ -81,6 +95,7 @@ TaskRunner::TaskRunner(const TAFPluginInfo& plugin, const TaskFile& file, int32_
     actionIndex_.push_back(ActionIndex(step.action));
   }
   commentsShown_.assign(steps_.size(), false);
+  runs_.assign(steps_.size(), 0);
 }
 
 int32_t TaskRunner::ActionIndex(const std::string& id) const {
@@ -144,7 +159,9 @@ bool TaskRunner::RunBuiltin(int32_t i, std::string& failure) {
     if (step.action == "break-loop") privateVariables[u"$$$BREAK$$$"] = u"$BREAK$LOOP$";
     nextStep_ = loop;
   } else if (step.action == "print") {
-    Print("  " + Quote(host.Expand(step.Value(u"text"))));  // the task's own output: --quiet keeps it
+    // The task's own output: --quiet keeps it, as the text itself, for a pipe.
+    const std::u16string text = host.Expand(step.Value(u"text"));
+    Print(host.options.quiet ? qm::Utf16ToUtf8(text) : "  " + Quote(text));
   } else if (step.action == "add-number") {
     const std::u16string name = host.Expand(step.Value(u"name"));
     const auto current = host.variables.find(name);
@@ -161,67 +178,100 @@ bool TaskRunner::RunBuiltin(int32_t i, std::string& failure) {
   } else if (step.action == "set-variable") {
     const std::u16string name = host.Expand(step.Value(u"name"));
     const std::u16string value = host.Expand(step.Value(u"value"));
+    if (name.empty()) {
+      failure = "set-variable: no variable name (name=)";
+      return false;
+    }
     host.variables[name] = value;
     host.Event("  set " + Quote(name) + " = " + QuoteValue(value));
   } else if (step.action == "show-file") {
     const std::string path = qm::Utf16ToUtf8(host.Expand(step.Value(u"name")));
-    std::ifstream in(PathOf(path), std::ios::binary);
-    if (!in) {
-      host.Event("  file " + path + ": missing");
-    } else {
-      std::stringstream bytes;
-      bytes << in.rdbuf();
-      const std::string content = bytes.str();
-      host.Event("  file " + path + " (" + std::to_string(content.size()) + " bytes): " + QuoteBytes(content));
+    std::string content;
+    std::string reason;
+    if (!ReadFileBytes(path, content, reason)) {
+      failure = "show-file: cannot read " + path + ": " + reason;
+      return false;
     }
+    host.Event("  file " + path + " (" + std::to_string(content.size()) + " bytes): " + QuoteBytes(content));
   }
   return true;
 }
 
-bool TaskRunner::ShowTable(int32_t i, std::string& failure) {
+bool TaskRunner::RunMuted(const char* actionId, std::u16string block, int32_t step, std::string& error) {
   Host& host = Host::Instance();
-  const int32_t save = ActionIndex("A_CSV_SAVE");
-  if (save < 0) {
-    failure = "the plug-in has no A_CSV_SAVE to show the table with";
+  const int32_t index = ActionIndex(actionId);
+  if (index < 0) {
+    error = std::string("the plug-in has no ") + actionId;
     return false;
   }
-  const std::u16string rows = steps_[static_cast<size_t>(i)].Value(u"rows");
-  size_t limit = 20;
-  if (!rows.empty()) {
-    const std::string text = qm::Utf16ToUtf8(rows);
-    if (text.find_first_not_of("0123456789") != std::string::npos || text.size() > 9) {
-      failure = "rows must be a whole number, not " + text;
-      return false;
-    }
-    limit = std::stoul(text);
-  }
-  // The plug-in's own Save writes the table, tab-delimited, into a variable
-  // of the host's; what it reports on the way is not part of the task.
-  std::u16string block = std::u16string(u"savetovariable=1\r\nsavevariable=") + kTableVariable +
-                         u"\r\nnotchangeformat=0\r\ndelimiter=3\r\nquotechar=0\r\nstrictdelimiter=1\r\n";
-  TAFActionParams params = ParamsFor(block, i);
+  TAFActionParams params = ParamsFor(block, step);
   const bool quiet = host.options.quiet;
   host.options.quiet = true;
   host.lastErrorSet = false;
-  bool saved = false;
+  bool ok = false;
   try {
-    saved = plugin_.ActionsInfo->ExecAction(save, bridge_, &params) != 0;
+    ok = plugin_.ActionsInfo->ExecAction(index, bridge_, &params) != 0;
   } catch (const std::exception& e) {
     host.lastErrorText = qm::Utf8ToUtf16(e.what());
     host.lastErrorSet = true;
   }
   host.options.quiet = quiet;
-  const auto found = host.variables.find(kTableVariable);
-  if (!saved || found == host.variables.end()) {
-    host.Event("  no table to show" + (host.lastErrorSet ? ": " + Quote(host.lastErrorText) : std::string()));
-    failure = "no table";
+  if (!ok) error = host.lastErrorSet ? Quote(host.lastErrorText) : std::string("the plug-in refused");
+  host.lastErrorSet = false;
+  return ok;
+}
+
+bool TaskRunner::ShowTable(int32_t i, std::string& failure) {
+  Host& host = Host::Instance();
+  const std::u16string rows = steps_[static_cast<size_t>(i)].Value(u"rows");
+  size_t limit = 20;
+  if (!rows.empty()) {
+    const std::string text = qm::Utf16ToUtf8(host.Expand(rows));
+    if (text.empty() || text.find_first_not_of("0123456789") != std::string::npos || text.size() > 9) {
+      failure = "rows must be a whole number, not " + text;
+      return false;
+    }
+    limit = std::stoul(text);
+  }
+  // The table's size through Get Data Information, then only the cells shown
+  // through Read Cells: both read the task's table as it stands ("Prev. CSV
+  // action") and change neither its content nor its format, and what they
+  // report on the way is not part of the task.
+  auto take = [&](const std::u16string& name) {
+    const auto found = host.variables.find(name);
+    std::u16string value = found == host.variables.end() ? std::u16string() : found->second;
+    if (found != host.variables.end()) host.variables.erase(found);
+    return value;
+  };
+  std::string error;
+  if (!RunMuted("A_CSV_INFO",
+                std::u16string(u"source=0\r\nrecordcountvar=") + kTableVariable + u"rows\r\ncolcountvar=" +
+                    kTableVariable + u"columns\r\n",
+                i, error)) {
+    failure = "no table to show: " + error;
     return false;
   }
-  const std::u16string csv = found->second;
-  host.variables.erase(found);
-  const auto lines = TableView(csv, limit);
-  if (lines.empty()) Print("  (no records)");
-  for (const auto& line : lines) Print("  " + line);
+  const size_t records = Count(take(std::u16string(kTableVariable) + u"rows"));
+  const size_t columns = Count(take(std::u16string(kTableVariable) + u"columns"));
+  const size_t shown = std::min(limit, records);
+  std::u16string block = u"source=0\r\ncellcount=" + qm::Utf8ToUtf16(std::to_string(shown * columns)) + u"\r\n";
+  for (size_t cell = 0; cell < shown * columns; ++cell) {
+    const std::u16string n = qm::Utf8ToUtf16(std::to_string(cell));
+    block += u"row" + n + u"=" + qm::Utf8ToUtf16(std::to_string(cell / columns + 1)) + u"\r\ncol" + n + u"=" +
+             qm::Utf8ToUtf16(std::to_string(cell % columns + 1)) + u"\r\nval" + n + u"=" + kTableVariable + n +
+             u"\r\n";
+  }
+  const bool read = RunMuted("A_CSV_READCELLS", block, i, error);
+  std::vector<std::vector<std::u16string>> cells(shown, std::vector<std::u16string>(columns));
+  for (size_t cell = 0; cell < shown * columns; ++cell) {
+    cells[cell / columns][cell % columns] = take(kTableVariable + qm::Utf8ToUtf16(std::to_string(cell)));
+  }
+  if (!read) {
+    failure = "the table's cells could not be read: " + error;
+    return false;
+  }
+  const bool quiet = host.options.quiet;
+  for (const auto& line : TableView(cells, records - shown)) Print(quiet ? line : "  " + line);
   return true;
 }
 
@@ -238,6 +288,8 @@ RunResult TaskRunner::Run(uint64_t maxSteps) {
     std::snprintf(text, sizeof text, "%.3f ms", std::chrono::duration<double, std::milli>(d).count());
     return std::string(text);
   };
+  std::unique_ptr<Progress> progress;
+  if (showProgress) progress = std::make_unique<Progress>();
   for (int32_t i = 0; i >= 0 && i < StepCount();) {
     if (++executed > maxSteps) {
       result = {false, "more than " + std::to_string(maxSteps) + " steps run"};
@@ -251,6 +303,24 @@ RunResult TaskRunner::Run(uint64_t maxSteps) {
         commentsShown_[static_cast<size_t>(i)] = true;
       }
       host.Event("[" + std::to_string(i) + "] " + step.action);
+    }
+    // Values with {variables} are checked now, expanded, as the whole task
+    // was before it started.
+    bool refused = false;
+    for (const auto& problem :
+         ExpandedValueProblems(step, lenientValues, [&](std::u16string_view text) { return host.Expand(text); })) {
+      PrintError(file_.Describe(problem));
+      refused = refused || !problem.warning;
+    }
+    if (refused) {
+      result = {false, "task stopped at step " + std::to_string(i) + " (" + step.action + ", " + file_.Where(step) +
+                           "): a value does not fit its key", true};
+      break;
+    }
+    ++runs_[static_cast<size_t>(i)];
+    if (progress) {
+      const int32_t loop = StepType(i) == atBeginLoop ? i : EnclosingLoop(i);
+      progress->StepStarted(i, step.action, loop >= 0 ? runs_[static_cast<size_t>(loop)] : 0);
     }
     nextStep_ = -1;
     std::string failure;
@@ -285,6 +355,9 @@ RunResult TaskRunner::Run(uint64_t maxSteps) {
     } else {
       ok = RunBuiltin(i, failure);
     }
+    // A built-in says why it failed, as a plug-in step's error stands in the
+    // transcript; the outcome line repeats it for a quiet transcript.
+    if (!ok && index < 0) host.Event("  error: " + failure);
     if (host.options.time) host.Event("  time " + milliseconds(Clock::now() - stepStarted));
     if (!ok && !step.continueOnError) {
       result = {false, "task failed at step " + std::to_string(i) + " (" + step.action + ", " + file_.Where(step) +
@@ -293,6 +366,7 @@ RunResult TaskRunner::Run(uint64_t maxSteps) {
     }
     i = nextStep_ >= 0 ? nextStep_ : i + 1;
   }
+  progress.reset();
   JobStop();
   if (host.options.time) host.Event("time total " + milliseconds(Clock::now() - started));
   if (bridge->references != 1) {

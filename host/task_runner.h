@@ -14,13 +14,18 @@ namespace qmhost {
 
 struct RunResult {
   bool ok = true;
-  std::string failure;  // set when !ok
+  std::string failure;   // set when !ok
+  bool refused = false;  // a value refused as its step was about to run
 };
 
 class TaskRunner : public TaskSteps {
  public:
   TaskRunner(const TAFPluginInfo& plugin, const TaskFile& file, int32_t taskId);
   RunResult Run(uint64_t maxSteps);
+  // A value that does not fit its key once expanded is only a warning.
+  bool lenientValues = false;
+  // The running step on stderr once a second.
+  bool showProgress = false;
 
   // What the task interface answers from.
   int32_t TaskId() const override { return taskId_; }
@@ -36,7 +41,10 @@ class TaskRunner : public TaskSteps {
   int32_t StepType(int32_t step) const;
   int32_t EnclosingLoop(int32_t step) const;  // the begin-loop step a step belongs to, or -1
   bool RunBuiltin(int32_t step, std::string& failure);
-  // Prints the task's table as the plug-in's Save to a variable writes it.
+  // Runs a plug-in action for the host's own use, with nothing it reports
+  // in the transcript; false with the plug-in's error text in `error`.
+  bool RunMuted(const char* actionId, std::u16string block, int32_t step, std::string& error);
+  // Prints the first records of the task's table, read without changing it.
   bool ShowTable(int32_t step, std::string& failure);
   void JobStop();
 
@@ -46,6 +54,7 @@ class TaskRunner : public TaskSteps {
   std::vector<std::u16string> blocks_;
   std::vector<int32_t> actionIndex_;  // per step: catalogue index, or -1 for a built-in
   std::vector<bool> commentsShown_;   // a step's comments print before its first run only
+  std::vector<uint64_t> runs_;        // per step: how often it has started
   int32_t taskId_;
   int32_t nextStep_ = -1;
   TaskInterface* bridge_ = nullptr;

@@ -64,8 +64,9 @@ void Print(const std::string& line) {
 bool TranscriptWritten() { return !g_writeFailed; }
 
 void PrintError(const std::string& line) {
-  std::fwrite(line.data(), 1, line.size(), stderr);
-  std::fputc('\n', stderr);
+  // One write, so that lines from the progress thread never cut into it.
+  const std::string text = line + "\n";
+  std::fwrite(text.data(), 1, text.size(), stderr);
   std::fflush(stderr);
 }
 
