@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
-#include <regex>
+#include <utility>
 #include <vector>
 
 #include "core/utf.h"
@@ -239,9 +239,31 @@ bool IsNumber(std::u16string_view cell) {
 // A number a sort as numbers reads as 0: a decimal comma ("3,50",
 // "1.234,56") or thousands separators ("1,250.00").
 bool IsLocalNumber(std::u16string_view cell) {
-  static const std::regex pattern(
-      "[+-]?([0-9]{1,3}(\\.[0-9]{3})+|[0-9]+),[0-9]+|[+-]?[0-9]{1,3}(,[0-9]{3})+(\\.[0-9]+)?");
-  return cell.size() < 40 && std::regex_match(qm::Utf16ToUtf8(cell), pattern);
+  if (cell.size() >= 40) return false;
+  // The runs of digits, each with the separator before it (0 for the first).
+  std::vector<std::pair<char16_t, size_t>> runs;
+  size_t i = cell.empty() || (cell[0] != u'+' && cell[0] != u'-') ? 0 : 1;
+  char16_t separator = 0;
+  for (;;) {
+    const size_t from = i;
+    while (i < cell.size() && cell[i] >= u'0' && cell[i] <= u'9') ++i;
+    if (i == from) return false;
+    runs.emplace_back(separator, i - from);
+    if (i == cell.size()) break;
+    if (cell[i] != u'.' && cell[i] != u',') return false;
+    separator = cell[i++];
+  }
+  if (runs.size() < 2) return false;
+  // Runs [1, end) are groups of three after this separator, behind one to three digits.
+  const auto grouped = [&](size_t end, char16_t by) {
+    if (runs[0].second > 3) return false;
+    for (size_t k = 1; k < end; ++k)
+      if (runs[k].first != by || runs[k].second != 3) return false;
+    return true;
+  };
+  const size_t last = runs.size() - 1;
+  if (runs[last].first == u',') return last == 1 || grouped(last, u'.') || grouped(runs.size(), u',');
+  return last >= 2 && grouped(last, u',');
 }
 
 std::string Narrow(std::u16string_view text) { return qm::Utf16ToUtf8(text); }
