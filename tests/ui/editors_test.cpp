@@ -86,11 +86,11 @@ void ShootPages(HWND dialog, const std::string& stem, int pages) {
   test::SelectTab(dialog, 0);
 }
 
-// The block the editor's model writes for these settings.
+// The block the editor's model writes for these settings, made on `from`.
 template <class Model, class Set>
-std::u16string ModelBlock(Set&& set) {
+std::u16string ModelBlock(Set&& set, std::u16string_view from = {}) {
   Model model;
-  model.Load(TQMParamParser(std::u16string_view{}));
+  model.Load(TQMParamParser(from));
   set(model);
   TQMParamParser block;
   model.Save(block);
@@ -351,6 +351,43 @@ TEST_F(Editors, MergeDataWritesSourceFormatAndColumnChoice) {
         test::Click(ByCaption(w, Wide(MergeEditor::kMismatchItems[0])));
       },
       [](MergeEditor& m) { m.source.fileName = u"more.csv"; });
+}
+
+// The custom delimiter is free text: typed or inserted with "{V}", a
+// variable reference goes in whole and can be read in the field.
+TEST_F(Editors, FormatCharacterTakesAVariableReferenceTypedOrInserted) {
+  const std::u16string block = u"source=1\r\nfilename=in.csv\r\ndelimiter=4\r\n";
+  PluginUnderTest::SetPickedVariable(u"{delim}");
+  for (int scale : {100, 150}) {
+    PluginUnderTest::SetScale(scale);
+    std::optional<std::u16string> written;
+    test::DriveDialog([&] { written = Plugin().Configure(kOpenDataIndex, block); },
+                      [&] {
+                        HWND w = test::WaitForWindow(L"CSV Open Data");
+                        ASSERT_TRUE(w);
+                        test::SelectTab(w, 1);
+                        HWND field = Labelled(w, FormatFrame::kOtherCharLabel);
+                        test::Focus(field);
+                        test::TypeKeys(field, L"{delim}");
+                        EXPECT_EQ(test::Text(field), L"{delim}");
+                        test::Type(field, L"");
+                        test::Focus(field);
+                        test::Click(ByCaption(w, L"{V}"));
+                        EXPECT_EQ(test::Text(field), L"{delim}");
+                        // With the caret at its end the field still shows the first character.
+                        RECT client{};
+                        GetClientRect(field, &client);
+                        const auto first = SendMessageW(field, EM_CHARFROMPOS, 0, MAKELPARAM(3, client.bottom / 2));
+                        EXPECT_EQ(LOWORD(first), 0) << scale;
+                        test::Screenshot(w, ScreenshotPath("open_data_character_" + std::to_string(scale)));
+                        test::Press(w, VK_RETURN);
+                        EXPECT_TRUE(test::WaitUntilClosed(w));
+                      });
+    ASSERT_TRUE(written) << scale;
+    EXPECT_EQ(*written, ModelBlock<OpenDataEditor>([](OpenDataEditor& m) { m.format.otherChar = u"{delim}"; }, block))
+        << scale;
+  }
+  PluginUnderTest::SetScale(100);
 }
 
 // Both modes: an entry from the block, the refused commands with nothing

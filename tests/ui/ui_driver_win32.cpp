@@ -125,6 +125,11 @@ void Type(HWND field, const std::wstring& text) {
   Settle();
 }
 
+void TypeKeys(HWND field, const std::wstring& text) {
+  for (wchar_t c : text) PostMessageW(field, WM_CHAR, c, 1);
+  Settle();
+}
+
 void Click(HWND button) {
   SendMessageW(button, BM_CLICK, 0, 0);
   Settle();
