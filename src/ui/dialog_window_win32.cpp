@@ -452,8 +452,16 @@ void DialogWindow::Sound(Beep beep) {
 
 void DialogWindow::ReportFailure(HWND control, const std::wstring& message, Beep beep) {
   Sound(beep);
+  // A check may fail at a control of a page that is hidden (Save Data checks
+  // its format page while the table keeps its own format): that page comes
+  // back into the strip and is shown, so that the balloon points at a field
+  // the user sees and can mend. The page stays until the dialog next sets
+  // its visibility.
   const int page = PageOf(control);
-  if (page >= 0) ShowPage(page);
+  if (page >= 0) {
+    SetPageVisible(page, true);
+    ShowPage(page);
+  }
   SetFocus(control);
 
   if (!balloon_) {

@@ -74,8 +74,8 @@ class DialogWindow {
   void SetVisible(HWND control, bool visible);
 
   // ---- the failed check ----
-  // Beeps, shows the page holding the control, focuses it and shows the
-  // message as a balloon at its centre for three seconds.
+  // Beeps, shows the page holding the control (a hidden page too), focuses
+  // it and shows the message as a balloon at its centre for three seconds.
   // An empty message shows no balloon.
   void ReportFailure(HWND control, const std::wstring& message, Beep beep);
   // Sounds a beep and records it on the window (a refused command).

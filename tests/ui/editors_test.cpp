@@ -390,6 +390,38 @@ TEST_F(Editors, FormatCharacterTakesAVariableReferenceTypedOrInserted) {
   PluginUnderTest::SetScale(100);
 }
 
+// "Keep original CSV format" ticked hides "CSV Format", whose check still
+// runs: its failure brings the page into view with the field focused.
+TEST_F(Editors, SaveDataShowsTheHiddenFormatPageWhoseCheckFails) {
+  const std::u16string block = u"savetovariable=1\r\nsavevariable=csv\r\ndelimiter=4\r\n";
+  for (int scale : {100, 150}) {
+    PluginUnderTest::SetScale(scale);
+    std::optional<std::u16string> written;
+    test::DriveDialog([&] { written = Plugin().Configure(kSaveDataIndex, block); },
+                      [&] {
+                        HWND w = test::WaitForWindow(L"CSV Save Data");
+                        ASSERT_TRUE(w);
+                        EXPECT_EQ(TabCount(w), 1);
+                        test::Click(ByCaption(w, L"OK"));
+                        EXPECT_EQ(test::LastBeep(w), static_cast<int>(MB_ICONEXCLAMATION));
+                        EXPECT_EQ(test::BalloonText(w), Wide(msg::kValueEmpty));
+                        HWND field = Labelled(w, FormatFrame::kOtherCharLabel);
+                        EXPECT_TRUE(IsWindowVisible(field));
+                        EXPECT_EQ(test::Focused(w), field);
+                        EXPECT_EQ(TabCount(w), 2);
+                        EXPECT_EQ(test::ShownTab(w), 1);
+                        test::Screenshot(w, ScreenshotPath("save_data_hidden_refused_" + std::to_string(scale)));
+                        test::TypeKeys(field, L"|");
+                        test::Press(w, VK_RETURN);
+                        EXPECT_TRUE(test::WaitUntilClosed(w));
+                      });
+    ASSERT_TRUE(written) << scale;
+    EXPECT_EQ(*written, ModelBlock<SaveDataEditor>([](SaveDataEditor& m) { m.format.otherChar = u"|"; }, block))
+        << scale;
+  }
+  PluginUnderTest::SetScale(100);
+}
+
 // Both modes: an entry from the block, the refused commands with nothing
 // selected, two entries added through the cell editor (whose OK refuses a
 // blank column), one edited by double-click, one removed, and the list's
