@@ -422,6 +422,30 @@ TEST_F(Editors, SaveDataShowsTheHiddenFormatPageWhoseCheckFails) {
   PluginUnderTest::SetScale(100);
 }
 
+// "Skip first lines" saves the spinner's position: an entry above the range
+// is held to its top, an empty one keeps the position the spinner had.
+TEST_F(Editors, SkipFirstLinesSavesTheSpinnersPositionWithinItsRange) {
+  const std::u16string block = u"source=1\r\nfilename=in.csv\r\nskipfirst=7\r\n";
+  const struct {
+    std::wstring typed;
+    int32_t saved;
+  } cases[] = {{L"250", SourceFrame::kSkipFirstMax}, {L"", 7}, {L"12", 12}};
+  for (const auto& c : cases) {
+    std::optional<std::u16string> written;
+    test::DriveDialog([&] { written = Plugin().Configure(kOpenDataIndex, block); },
+                      [&] {
+                        HWND w = test::WaitForWindow(L"CSV Open Data");
+                        ASSERT_TRUE(w);
+                        test::Type(Labelled(w, SourceFrame::kSkipFirstLabel), c.typed);
+                        test::Press(w, VK_RETURN);
+                        EXPECT_TRUE(test::WaitUntilClosed(w));
+                      });
+    ASSERT_TRUE(written);
+    EXPECT_EQ(*written, ModelBlock<OpenDataEditor>([&](OpenDataEditor& m) { m.source.skipFirst = c.saved; }, block))
+        << c.saved;
+  }
+}
+
 // Both modes: an entry from the block, the refused commands with nothing
 // selected, two entries added through the cell editor (whose OK refuses a
 // blank column), one edited by double-click, one removed, and the list's
