@@ -275,9 +275,10 @@ void DialogWindow::AddDialogButtons(bool insertVariable) {
   const int previous = buildingPage_;
   buildingPage_ = -1;
   const int y = height_ - 33;
-  if (insertVariable) Button(L"{V}", Box{8, y, 40, 25}, kIdInsertVariable, kFollowDown);
+  // Tab order: the fields, OK, Cancel, then "{V}".
   Add(L"Button", L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON, Box{width_ - 176, y, 80, 25}, IDOK, kFollowRight | kFollowDown);
   Button(L"Cancel", Box{width_ - 88, y, 80, 25}, IDCANCEL, kFollowRight | kFollowDown);
+  if (insertVariable) Button(L"{V}", Box{8, y, 40, 25}, kIdInsertVariable, kFollowDown);
   buildingPage_ = previous;
 }
 

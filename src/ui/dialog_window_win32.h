@@ -55,7 +55,8 @@ class DialogWindow {
   HWND EditableList(Box box, int id, const std::vector<std::wstring>& items, unsigned anchor = 0);
   HWND Button(const wchar_t* text, Box box, int id, unsigned anchor = 0);
   HWND Group(const wchar_t* text, Box box, unsigned anchor = kStretchRight);
-  // The OK and Cancel buttons at the bottom right, and "{V}" at the bottom left.
+  // The OK and Cancel buttons at the bottom right, and "{V}" at the bottom
+  // left, in that tab order after every field.
   void AddDialogButtons(bool insertVariable);
 
   // ---- tab pages ----

@@ -12,6 +12,7 @@
 #include <fstream>
 #include <filesystem>
 #include <functional>
+#include <iterator>
 #include <string>
 
 #include "boundary/param_parser.h"
@@ -1071,6 +1072,49 @@ TEST_F(Editors, FilterDataBuildsItsConditionsAndTheStepDeletesTheRowsTheyMatch) 
   const auto transcript = RunSteps("[A_CSV_FILTER]\n" + StepLines(block) +
                                    "\n[A_CSV_SAVE]\nsavetovariable=1\nsavevariable=out\n");
   EXPECT_EQ(SetValues(transcript, "out"), (std::vector<std::string>{R"("51;a,b;y\r\n")"}));
+}
+
+// Opens the Data Loop editor on `block`, runs `script` on it and cancels it.
+void WithDataLoop(const std::u16string& block, const std::function<void(HWND)>& script) {
+  test::DriveDialog([&] { EXPECT_FALSE(Plugin().Configure(kDataLoopIndex, block)); }, [&] {
+    HWND w = test::WaitForWindow(Wide(DataLoopEditor::kCaption));
+    ASSERT_TRUE(w);
+    script(w);
+    test::Press(w, VK_ESCAPE);
+    EXPECT_TRUE(test::WaitUntilClosed(w));
+  });
+}
+
+// Opens the condition editor from the Data Loop editor's "Add..." and runs
+// `script` on it; Cancel closes both.
+void WithConditionEditor(const std::function<void(HWND)>& script) {
+  WithDataLoop(u"", [&](HWND w) {
+    test::ClickLater(ByCaption(w, Wide(DataLoopEditor::kCommandCaptions[0])));
+    HWND e = test::WaitForWindow(L"Add condition");
+    ASSERT_TRUE(e);
+    script(e);
+    test::Click(ByCaption(e, L"Cancel"));
+    EXPECT_TRUE(test::WaitUntilClosed(e));
+  });
+}
+
+// Tab runs column, expression, the two boxes, OK, Cancel and only then "{V}".
+TEST_F(Editors, ConditionEditorTabsThroughItsFieldsBeforeInsertVariable) {
+  WithConditionEditor([](HWND e) {
+    HWND column = Labelled(e, ConditionEditor::kColumnLabel);
+    const HWND order[] = {Labelled(e, ConditionEditor::kTextLabel),
+                          ByCaption(e, Wide(ConditionEditor::kUseRegex)),
+                          ByCaption(e, Wide(ConditionEditor::kCaseSensitive)),
+                          ByCaption(e, L"OK"),
+                          ByCaption(e, L"Cancel"),
+                          ByCaption(e, L"{V}"),
+                          column};
+    test::Focus(column);
+    for (size_t i = 0; i < std::size(order); ++i) {
+      test::Press(e, VK_TAB);
+      EXPECT_EQ(test::Focused(e), order[i]) << "Tab " << i + 1;
+    }
+  });
 }
 
 }  // namespace
