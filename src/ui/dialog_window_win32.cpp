@@ -312,9 +312,28 @@ void DialogWindow::AssignAccessKeys() {
     GetClassNameW(control, name, 32);
     return std::wstring(name);
   };
-  // Shown on every page: the tab captions and "{V}" (OK and Cancel have
-  // Enter and Esc).
-  AccessKeys shared;
+  // The rule for access keys: a caption that carries a key of its own keeps
+  // it ("&Action:"); every other caption that can take one gets a key only
+  // by the "&" marker inserted before one of its letters, its text otherwise
+  // unchanged. No two captions seen together share a key: the tab captions
+  // and "{V}" (on every page; OK and Cancel have Enter and Esc) avoid the
+  // keys any caption of the dialog carries, and each page's captions avoid
+  // those of the tabs and "{V}" and the keys given on that page.
+  const int pageCount = std::max<int>(1, static_cast<int>(pages_.size()));
+  auto pageIndex = [](int page) { return std::max(page, 0); };
+  std::u16string givenAnywhere;
+  std::vector<std::u16string> givenOnPage(static_cast<size_t>(pageCount));
+  for (const auto& placed : placed_) {
+    const std::wstring text = TextOf(placed.window);
+    const char16_t key = AccessKeys::KeyOf(std::u16string(text.begin(), text.end()));
+    if (!key) continue;
+    givenAnywhere += key;
+    givenOnPage[static_cast<size_t>(pageIndex(placed.page))] += key;
+  }
+  for (const auto& page : pages_) {
+    if (const char16_t key = AccessKeys::KeyOf(std::u16string(page.title.begin(), page.title.end()))) givenAnywhere += key;
+  }
+  AccessKeys shared(givenAnywhere);
   for (auto& page : pages_) {
     const std::u16string given = shared.Assign(std::u16string(page.title.begin(), page.title.end()));
     page.title.assign(given.begin(), given.end());
@@ -324,12 +343,13 @@ void DialogWindow::AssignAccessKeys() {
     if (page.visible) InsertTab(page.title);
   }
   if (HWND insert = GetDlgItem(window_, kIdInsertVariable)) keyed(shared, insert);
+  const std::u16string onEveryPage = shared.Taken().substr(givenAnywhere.size());
   // Each page (a dialog without tabs is one page): its buttons, and the
   // labels that name the control right after them. A note and a group box
   // name nothing.
-  const int pageCount = std::max<int>(1, static_cast<int>(pages_.size()));
+  pageKeys_.assign(static_cast<size_t>(pageCount), {});
   for (int page = 0; page < pageCount; ++page) {
-    AccessKeys keys(shared.Taken());
+    AccessKeys keys(onEveryPage + givenOnPage[static_cast<size_t>(page)]);
     for (size_t i = 0; i < placed_.size(); ++i) {
       const HWND control = placed_[i].window;
       if (placed_[i].page != page && !(pages_.empty() && placed_[i].page < 0)) continue;
@@ -343,7 +363,28 @@ void DialogWindow::AssignAccessKeys() {
       const auto nextStyle = static_cast<DWORD>(GetWindowLongPtrW(next, GWL_STYLE));
       if (classOf(next) != L"Static" && (nextStyle & WS_TABSTOP)) keyed(keys, control);
     }
+    pageKeys_[static_cast<size_t>(page)] = keys.Taken();
   }
+}
+
+void DialogWindow::SetLabel(HWND label, const std::wstring& text) {
+  // The new text gets a key by the same rule, among the keys its page holds
+  // without the label's old one.
+  const size_t page = static_cast<size_t>(std::max(PageOf(label), 0));
+  if (page >= pageKeys_.size()) {
+    SetText(label, text);
+    return;
+  }
+  const std::wstring old = TextOf(label);
+  std::u16string taken = pageKeys_[page];
+  if (const char16_t key = AccessKeys::KeyOf(std::u16string(old.begin(), old.end()))) {
+    const auto at = taken.rfind(key);
+    if (at != std::u16string::npos) taken.erase(at, 1);
+  }
+  AccessKeys keys(taken);
+  const std::u16string given = keys.Assign(std::u16string(text.begin(), text.end()));
+  pageKeys_[page] = keys.Taken();
+  SetText(label, std::wstring(given.begin(), given.end()));
 }
 
 bool DialogWindow::PageKey(const MSG& message) {

@@ -85,6 +85,9 @@ class DialogWindow {
   // Texts of controls.
   static std::wstring TextOf(HWND control);
   static void SetText(HWND control, const std::wstring& text);
+  // Changes a label's text once the dialog is built, keeping it an access
+  // key that no other caption on its page has.
+  void SetLabel(HWND label, const std::wstring& text);
 
  protected:
   // Creates the controls, in tab order. Called once the window exists.
@@ -145,6 +148,7 @@ class DialogWindow {
   std::vector<Page> pages_;
   int buildingPage_ = -1;
   int shownPage_ = 0;
+  std::vector<std::u16string> pageKeys_;  // the access keys in use on each page
 };
 
 }  // namespace qm::ui

@@ -1117,5 +1117,31 @@ TEST_F(Editors, ConditionEditorTabsThroughItsFieldsBeforeInsertVariable) {
   });
 }
 
+// Every access key of the condition editor is its own, and the expression's
+// label keeps one, leading to the field, whichever text the
+// regular-expression box gives it.
+TEST_F(Editors, ConditionEditorExpressionLabelKeepsAnAccessKeyOfItsOwn) {
+  WithConditionEditor([](HWND e) {
+    HWND column = Labelled(e, ConditionEditor::kColumnLabel);
+    HWND expression = Labelled(e, ConditionEditor::kTextLabel);
+    HWND label = GetWindow(expression, GW_HWNDPREV);
+    for (const auto caption : {ConditionEditor::kTextLabel, ConditionEditor::kPatternLabel}) {
+      EXPECT_EQ(Labelled(e, caption), expression);
+      std::wstring keys;
+      for (HWND c = GetWindow(e, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT)) {
+        if (const wchar_t key = keyboard::KeyOf(test::Text(c))) keys += key;
+      }
+      for (size_t i = 0; i < keys.size(); ++i) EXPECT_EQ(keys.find(keys[i], i + 1), std::wstring::npos) << keys;
+      const wchar_t key = keyboard::KeyOf(test::Text(label));
+      EXPECT_TRUE(key) << keyboard::Narrow(test::Text(label));
+      test::Focus(column);
+      test::PressAlt(e, key);
+      EXPECT_EQ(test::Focused(e), expression) << keyboard::Narrow(test::Text(label));
+      test::Click(ByCaption(e, Wide(ConditionEditor::kUseRegex)));
+    }
+    test::Screenshot(e, ScreenshotPath("data_loop_100_condition_keys"));
+  });
+}
+
 }  // namespace
 }  // namespace qm
