@@ -1143,5 +1143,25 @@ TEST_F(Editors, ConditionEditorExpressionLabelKeepsAnAccessKeyOfItsOwn) {
   });
 }
 
+// A double-click below the conditions clears the selection and asks to edit
+// nothing: the plain beep, no editor.
+TEST_F(Editors, DoubleClickBelowTheConditionsBeeps) {
+  const auto block = ModelBlock<DataLoopEditor>([](DataLoopEditor& m) {
+    m.rowNumberVar = u"n";
+    m.conditions.conditions = {kPattern};
+  });
+  WithDataLoop(block, [](HWND w) {
+    HWND list = ConditionsList(w);
+    ASSERT_EQ(ListView_GetItemCount(list), 1);
+    test::SelectItem(list, 0);
+    EXPECT_EQ(test::LastBeep(w), -1);
+    test::DoubleClickBelowRowsLater(list);
+    Sleep(300);
+    EXPECT_EQ(test::LastBeep(w), static_cast<int>(MB_OK));
+    EXPECT_FALSE(FindWindowW(nullptr, L"Edit condition"));
+    EXPECT_EQ(ListView_GetItemCount(list), 1);
+  });
+}
+
 }  // namespace
 }  // namespace qm

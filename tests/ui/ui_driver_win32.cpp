@@ -163,6 +163,16 @@ void DoubleClickItemLater(HWND listView, int item) {
   Settle();
 }
 
+void DoubleClickBelowRowsLater(HWND listView) {
+  RECT client{};
+  GetClientRect(listView, &client);
+  const LPARAM at = MAKELPARAM(client.right / 2, client.bottom - 4);
+  SelectItem(listView, -1);
+  PostMessageW(listView, WM_LBUTTONDBLCLK, MK_LBUTTON, at);
+  PostMessageW(listView, WM_LBUTTONUP, 0, at);
+  Settle();
+}
+
 void Choose(HWND comboBox, int index) {
   SendMessageW(comboBox, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
   SendMessageW(GetParent(comboBox), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(comboBox), CBN_SELCHANGE),

@@ -44,6 +44,9 @@ void ClickLater(HWND button);
 void SelectItem(HWND listView, int item);
 // Double-clicks a list view's item without waiting for its handling.
 void DoubleClickItemLater(HWND listView, int item);
+// Double-clicks the empty part of a list view below its rows (the first click
+// of the two clears the selection) without waiting for its handling.
+void DoubleClickBelowRowsLater(HWND listView);
 void Choose(HWND comboBox, int index);
 bool IsChecked(HWND button);
 // A key press (with Ctrl, and Shift, held when asked) into the dialog's
