@@ -186,6 +186,10 @@ INT_PTR DialogWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 void DialogWindow::Create() {
   font_ = MakeFont(scale_);
   SetWindowTextW(window_, caption_.c_str());
+  // The host offers no help call across the plug-in boundary, so the topic
+  // is kept on the window: F1 sends WM_HELP with it (HELPINFO.dwContextId) up
+  // to the owner, the host's window, which is where help for its steps lives.
+  if (helpContext_) SetWindowContextHelpId(window_, helpContext_);
   RECT frame{0, 0, Px(width_), Px(height_)};
   AdjustWindowRectEx(&frame, static_cast<DWORD>(GetWindowLongPtrW(window_, GWL_STYLE)), FALSE,
                      static_cast<DWORD>(GetWindowLongPtrW(window_, GWL_EXSTYLE)));

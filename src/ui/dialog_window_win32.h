@@ -40,6 +40,8 @@ class DialogWindow {
   bool RunModal(HWND owner);
 
   HWND Handle() const { return window_; }
+  // The dialog's help topic (0: none), set on its window when it opens.
+  void SetHelpContext(DWORD topic) { helpContext_ = topic; }
   int Scale() const { return scale_; }
   int Px(int pixelsAt100) const { return MulDiv(pixelsAt100, scale_, 100); }
 
@@ -148,6 +150,7 @@ class DialogWindow {
   std::vector<Page> pages_;
   int buildingPage_ = -1;
   int shownPage_ = 0;
+  DWORD helpContext_ = 0;
   std::vector<std::u16string> pageKeys_;  // the access keys in use on each page
 };
 

@@ -447,6 +447,27 @@ TEST_F(Editors, SkipFirstLinesSavesTheSpinnersPositionWithinItsRange) {
   }
 }
 
+// The help topics of Write Cells and Merge Data ride on their windows.
+TEST_F(Editors, WriteCellsAndMergeDataCarryTheirHelpContext) {
+  const struct {
+    int32_t index;
+    std::u16string caption;
+    DWORD help;
+  } cases[] = {{kReadCellsIndex, std::u16string(CellsEditor(false).Caption()), 0},
+               {kWriteCellsIndex, std::u16string(CellsEditor(true).Caption()), CellsEditor::kWriteHelpTopic},
+               {kMergeIndex, std::u16string(MergeEditor::kCaption), MergeEditor::kHelpContext}};
+  for (const auto& c : cases) {
+    test::DriveDialog([&] { EXPECT_FALSE(Plugin().Configure(c.index, u"")); },
+                      [&] {
+                        HWND w = test::WaitForWindow(Wide(c.caption));
+                        ASSERT_TRUE(w);
+                        EXPECT_EQ(GetWindowContextHelpId(w), c.help) << c.index;
+                        test::Press(w, VK_ESCAPE);
+                        EXPECT_TRUE(test::WaitUntilClosed(w));
+                      });
+  }
+}
+
 // Both modes: an entry from the block, the refused commands with nothing
 // selected, two entries added through the cell editor (whose OK refuses a
 // blank column), one edited by double-click, one removed, and the list's
