@@ -22,6 +22,17 @@ constexpr UINT kBalloonMilliseconds = 3000;
 constexpr wchar_t kLastBeepProperty[] = L"qmcsv.lastBeep";
 // The window property that leads the page-key hook from a dialog window to its frame.
 constexpr wchar_t kFrameProperty[] = L"qmcsv.dialogFrame";
+// Posted to itself by a dialog that reopens maximized, once it is shown.
+constexpr UINT kMaximizeMessage = WM_APP + 1;
+
+// The placement functions speak workspace coordinates, which start at the
+// primary monitor's work area; the store keeps screen coordinates.
+POINT WorkspaceOrigin() {
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  GetMonitorInfoW(MonitorFromPoint(POINT{0, 0}, MONITOR_DEFAULTTOPRIMARY), &monitor);
+  return POINT{monitor.rcWork.left - monitor.rcMonitor.left, monitor.rcWork.top - monitor.rcMonitor.top};
+}
 
 // An empty dialog template: the frame creates every control itself.
 struct alignas(DWORD) EmptyTemplate {
@@ -172,6 +183,17 @@ INT_PTR DialogWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         KillTimer(window_, kBalloonTimer);
         if (balloon_) SendMessageW(balloon_, TTM_TRACKACTIVATE, FALSE, 0);
       }
+      return TRUE;
+    case WM_SHOWWINDOW:
+      // The dialog loop shows the dialog at its normal frame; one closed
+      // maximized is then maximized again.
+      if (wParam && maximizeWhenShown_) {
+        maximizeWhenShown_ = false;
+        PostMessageW(window_, kMaximizeMessage, 0, 0);
+      }
+      return FALSE;
+    case kMaximizeMessage:
+      ShowWindow(window_, SW_MAXIMIZE);
       return TRUE;
     case WM_DESTROY:
       SavePlacement();
@@ -577,6 +599,7 @@ bool DialogWindow::RestorePlacement() {
   const int w = std::max(r.right - r.left, own.right - own.left);
   const int h = std::max(r.bottom - r.top, own.bottom - own.top);
   SetWindowPos(window_, nullptr, r.left, r.top, w, h, SWP_NOZORDER | SWP_NOACTIVATE);
+  maximizeWhenShown_ = placement.maximized;
   const auto lists = RememberedLists();
   size_t column = 0;
   for (HWND list : lists) {
@@ -593,7 +616,13 @@ void DialogWindow::SavePlacement() {
   WINDOWPLACEMENT wp{};
   wp.length = sizeof wp;
   if (!GetWindowPlacement(window_, &wp)) return;
-  GetWindowRect(window_, &placement.frame);
+  // The normal frame, whatever the window shows now, and whether it was
+  // maximized (or minimized from maximized).
+  placement.frame = wp.rcNormalPosition;
+  const POINT origin = WorkspaceOrigin();
+  OffsetRect(&placement.frame, origin.x, origin.y);
+  placement.maximized = wp.showCmd == SW_SHOWMAXIMIZED ||
+                        (wp.showCmd == SW_SHOWMINIMIZED && (wp.flags & WPF_RESTORETOMAXIMIZED));
   for (HWND list : RememberedLists()) {
     const int count = Header_GetItemCount(ListView_GetHeader(list));
     for (int c = 0; c < count; ++c) placement.columns.push_back(ListView_GetColumnWidth(list, c));

@@ -151,6 +151,7 @@ class DialogWindow {
   int buildingPage_ = -1;
   int shownPage_ = 0;
   DWORD helpContext_ = 0;
+  bool maximizeWhenShown_ = false;
   std::vector<std::u16string> pageKeys_;  // the access keys in use on each page
 };
 
