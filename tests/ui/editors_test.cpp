@@ -354,73 +354,62 @@ TEST_F(Editors, MergeDataWritesSourceFormatAndColumnChoice) {
       [](MergeEditor& m) { m.source.fileName = u"more.csv"; });
 }
 
+// The shot of a state of the editor, named <name>_<scale>.
+void ShootState(HWND dialog, const std::string& name) {
+  test::Screenshot(dialog, ScreenshotPath(name + "_" + std::to_string(PluginUnderTest::Scale())));
+}
+
 // The custom delimiter is free text: typed or inserted with "{V}", a
 // variable reference goes in whole and can be read in the field.
 TEST_F(Editors, FormatCharacterTakesAVariableReferenceTypedOrInserted) {
-  const std::u16string block = u"source=1\r\nfilename=in.csv\r\ndelimiter=4\r\n";
   PluginUnderTest::SetPickedVariable(u"{delim}");
-  for (int scale : {100, 150}) {
-    PluginUnderTest::SetScale(scale);
-    std::optional<std::u16string> written;
-    test::DriveDialog([&] { written = Plugin().Configure(kOpenDataIndex, block); },
-                      [&] {
-                        HWND w = test::WaitForWindow(L"CSV Open Data");
-                        ASSERT_TRUE(w);
-                        test::SelectTab(w, 1);
-                        HWND field = Labelled(w, FormatFrame::kOtherCharLabel);
-                        test::Focus(field);
-                        test::TypeKeys(field, L"{delim}");
-                        EXPECT_EQ(test::Text(field), L"{delim}");
-                        test::Type(field, L"");
-                        test::Focus(field);
-                        test::Click(ByCaption(w, L"{V}"));
-                        EXPECT_EQ(test::Text(field), L"{delim}");
-                        // With the caret at its end the field still shows the first character.
-                        RECT client{};
-                        GetClientRect(field, &client);
-                        const auto first = SendMessageW(field, EM_CHARFROMPOS, 0, MAKELPARAM(3, client.bottom / 2));
-                        EXPECT_EQ(LOWORD(first), 0) << scale;
-                        test::Screenshot(w, ScreenshotPath("open_data_character_" + std::to_string(scale)));
-                        test::Press(w, VK_RETURN);
-                        EXPECT_TRUE(test::WaitUntilClosed(w));
-                      });
-    ASSERT_TRUE(written) << scale;
-    EXPECT_EQ(*written, ModelBlock<OpenDataEditor>([](OpenDataEditor& m) { m.format.otherChar = u"{delim}"; }, block))
-        << scale;
-  }
-  PluginUnderTest::SetScale(100);
+  ExpectEditorWrites<OpenDataEditor>(
+      kOpenDataIndex, u"source=1\r\nfilename=in.csv\r\ndelimiter=4\r\n", L"CSV Open Data", "open_data_custom", 2,
+      [](HWND w) {
+        test::SelectTab(w, 1);
+        HWND field = Labelled(w, FormatFrame::kOtherCharLabel);
+        test::Focus(field);
+        test::TypeKeys(field, L"{delim}");
+        EXPECT_EQ(test::Text(field), L"{delim}");
+        test::Type(field, L"");
+        test::Focus(field);
+        test::Click(ByCaption(w, L"{V}"));
+        EXPECT_EQ(test::Text(field), L"{delim}");
+        // With the caret at its end the field still shows the first character.
+        RECT client{};
+        GetClientRect(field, &client);
+        EXPECT_EQ(LOWORD(SendMessageW(field, EM_CHARFROMPOS, 0, MAKELPARAM(3, client.bottom / 2))), 0);
+        ShootState(w, "open_data_character");
+      },
+      [](OpenDataEditor& m) {
+        m.source.fileName = u"in.csv";
+        m.format.SelectDelimiter(DelimiterChoice::Custom);
+        m.format.otherChar = u"{delim}";
+      });
 }
 
 // "Keep original CSV format" ticked hides "CSV Format", whose check still
 // runs: its failure brings the page into view with the field focused.
 TEST_F(Editors, SaveDataShowsTheHiddenFormatPageWhoseCheckFails) {
-  const std::u16string block = u"savetovariable=1\r\nsavevariable=csv\r\ndelimiter=4\r\n";
-  for (int scale : {100, 150}) {
-    PluginUnderTest::SetScale(scale);
-    std::optional<std::u16string> written;
-    test::DriveDialog([&] { written = Plugin().Configure(kSaveDataIndex, block); },
-                      [&] {
-                        HWND w = test::WaitForWindow(L"CSV Save Data");
-                        ASSERT_TRUE(w);
-                        EXPECT_EQ(TabCount(w), 1);
-                        test::Click(ByCaption(w, L"OK"));
-                        EXPECT_EQ(test::LastBeep(w), static_cast<int>(MB_ICONEXCLAMATION));
-                        EXPECT_EQ(test::BalloonText(w), Wide(msg::kValueEmpty));
-                        HWND field = Labelled(w, FormatFrame::kOtherCharLabel);
-                        EXPECT_TRUE(IsWindowVisible(field));
-                        EXPECT_EQ(test::Focused(w), field);
-                        EXPECT_EQ(TabCount(w), 2);
-                        EXPECT_EQ(test::ShownTab(w), 1);
-                        test::Screenshot(w, ScreenshotPath("save_data_hidden_refused_" + std::to_string(scale)));
-                        test::TypeKeys(field, L"|");
-                        test::Press(w, VK_RETURN);
-                        EXPECT_TRUE(test::WaitUntilClosed(w));
-                      });
-    ASSERT_TRUE(written) << scale;
-    EXPECT_EQ(*written, ModelBlock<SaveDataEditor>([](SaveDataEditor& m) { m.format.otherChar = u"|"; }, block))
-        << scale;
-  }
-  PluginUnderTest::SetScale(100);
+  ExpectEditorWrites<SaveDataEditor>(
+      kSaveDataIndex, u"delimiter=4\r\n", L"CSV Save Data", "save_data_keep", 1,
+      [](HWND w) {
+        EXPECT_EQ(TabCount(w), 1);
+        test::Click(ByCaption(w, L"OK"));
+        EXPECT_EQ(test::LastBeep(w), static_cast<int>(MB_ICONEXCLAMATION));
+        EXPECT_EQ(test::BalloonText(w), Wide(msg::kValueEmpty));
+        HWND field = Labelled(w, FormatFrame::kOtherCharLabel);
+        EXPECT_TRUE(IsWindowVisible(field));
+        EXPECT_EQ(test::Focused(w), field);
+        EXPECT_EQ(TabCount(w), 2);
+        EXPECT_EQ(test::ShownTab(w), 1);
+        ShootState(w, "save_data_hidden_refused");
+        test::TypeKeys(field, L"|");
+      },
+      [](SaveDataEditor& m) {
+        m.format.SelectDelimiter(DelimiterChoice::Custom);
+        m.format.otherChar = u"|";
+      });
 }
 
 // "Skip first lines" saves the spinner's position: an entry above the range
