@@ -32,6 +32,8 @@ class CellsEditor {
     return {u"Row", u"Column", writeMode_ ? u"Cell value" : u"Variable name"};
   }
   bool WriteMode() const { return writeMode_; }
+  // The dialog's help topic: Write Cells has one, Read Cells none (0).
+  int32_t HelpTopic() const { return writeMode_ ? kWriteHelpTopic : 0; }
 
   // `cellcount` entries (`rowN`, `colN` default "0", `valN` default empty),
   // then the source and format keys.

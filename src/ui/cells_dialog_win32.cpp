@@ -64,7 +64,9 @@ class CellItemDialog final : public DialogWindow {
 class CellsDialog final : public SourcedDialog {
  public:
   CellsDialog(CellsEditor& model, int scale)
-      : SourcedDialog(model.Caption(), L"TCSVcellsForm", model.pages, scale), m_(model) {}
+      : SourcedDialog(model.Caption(), L"TCSVcellsForm", model.pages, scale), m_(model) {
+    SetHelpContext(static_cast<DWORD>(model.HelpTopic()));
+  }
 
  private:
   void BuildGeneral(Box a) override {

@@ -61,8 +61,9 @@ std::optional<ListCommand> CommandList::CommandOf(int id, int code) const {
 }
 
 std::optional<ListCommand> CommandList::NotifyCommand(const NMHDR& header) const {
+  // Anywhere in the list: below the rows the first click has cleared the
+  // selection, and the edit command refuses with its beep.
   if (header.hwndFrom != list_ || header.code != NM_DBLCLK) return std::nullopt;
-  if (reinterpret_cast<const NMITEMACTIVATE&>(header).iItem < 0) return std::nullopt;
   return ListCommand::Edit;
 }
 

@@ -1,7 +1,8 @@
 // A dialog's list of entries with its three commands (add, edit, remove): a
 // report list view, the command buttons in a column at its right, the
 // context menu, the shortcuts Insert, Ctrl+Enter and Delete while the list
-// has the focus, and a double-click on a row to edit it. The dialog's model
+// has the focus, and a double-click to edit (the selected row; none selected,
+// the edit command's beep). The dialog's model
 // decides; RunListCommand carries a command out on it.
 #pragma once
 
@@ -38,7 +39,7 @@ class CommandList {
 
   // The command a button or a shortcut sent (as the button's click).
   std::optional<ListCommand> CommandOf(int id, int code) const;
-  // A double-click on a row edits it; elsewhere it does nothing.
+  // A double-click in the list is the edit command.
   std::optional<ListCommand> NotifyCommand(const NMHDR& header) const;
   // The context menu asked for over the list, and the entry chosen.
   std::optional<ListCommand> MenuCommand(HWND control, POINT at) const;

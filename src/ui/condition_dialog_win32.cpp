@@ -38,12 +38,12 @@ class ConditionDialog final : public DialogWindow {
     SetText(expression_, Wide(m_.fields.expression));
     SetChecked(regex_, m_.fields.regex);
     SetChecked(case_, m_.fields.caseSensitive);
-    SetText(expressionLabel_, Wide(m_.ExpressionLabel()));
+    SetLabel(expressionLabel_, Wide(m_.ExpressionLabel()));
   }
   void Command(int id, int code, HWND) override {
     if (id != kUseRegex || code != BN_CLICKED) return;
     m_.fields.regex = Checked(regex_);
-    SetText(expressionLabel_, Wide(m_.ExpressionLabel()));
+    SetLabel(expressionLabel_, Wide(m_.ExpressionLabel()));
   }
   bool Confirm() override {
     m_.fields = ConditionFields{Utf16(TextOf(column_)), Utf16(TextOf(expression_)), Checked(case_), Checked(regex_)};

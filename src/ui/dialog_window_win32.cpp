@@ -22,6 +22,17 @@ constexpr UINT kBalloonMilliseconds = 3000;
 constexpr wchar_t kLastBeepProperty[] = L"qmcsv.lastBeep";
 // The window property that leads the page-key hook from a dialog window to its frame.
 constexpr wchar_t kFrameProperty[] = L"qmcsv.dialogFrame";
+// Posted to itself by a dialog that reopens maximized, once it is shown.
+constexpr UINT kMaximizeMessage = WM_APP + 1;
+
+// The placement functions speak workspace coordinates, which start at the
+// primary monitor's work area; the store keeps screen coordinates.
+POINT WorkspaceOrigin() {
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  GetMonitorInfoW(MonitorFromPoint(POINT{0, 0}, MONITOR_DEFAULTTOPRIMARY), &monitor);
+  return POINT{monitor.rcWork.left - monitor.rcMonitor.left, monitor.rcWork.top - monitor.rcMonitor.top};
+}
 
 // An empty dialog template: the frame creates every control itself.
 struct alignas(DWORD) EmptyTemplate {
@@ -173,6 +184,17 @@ INT_PTR DialogWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         if (balloon_) SendMessageW(balloon_, TTM_TRACKACTIVATE, FALSE, 0);
       }
       return TRUE;
+    case WM_SHOWWINDOW:
+      // The dialog loop shows the dialog at its normal frame; one closed
+      // maximized is then maximized again.
+      if (wParam && maximizeWhenShown_) {
+        maximizeWhenShown_ = false;
+        PostMessageW(window_, kMaximizeMessage, 0, 0);
+      }
+      return FALSE;
+    case kMaximizeMessage:
+      ShowWindow(window_, SW_MAXIMIZE);
+      return TRUE;
     case WM_DESTROY:
       SavePlacement();
       RemovePropW(window_, kLastBeepProperty);
@@ -186,6 +208,10 @@ INT_PTR DialogWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 void DialogWindow::Create() {
   font_ = MakeFont(scale_);
   SetWindowTextW(window_, caption_.c_str());
+  // The host offers no help call across the plug-in boundary, so the topic
+  // is kept on the window: F1 sends WM_HELP with it (HELPINFO.dwContextId) up
+  // to the owner, the host's window, which is where help for its steps lives.
+  if (helpContext_) SetWindowContextHelpId(window_, helpContext_);
   RECT frame{0, 0, Px(width_), Px(height_)};
   AdjustWindowRectEx(&frame, static_cast<DWORD>(GetWindowLongPtrW(window_, GWL_STYLE)), FALSE,
                      static_cast<DWORD>(GetWindowLongPtrW(window_, GWL_EXSTYLE)));
@@ -275,9 +301,10 @@ void DialogWindow::AddDialogButtons(bool insertVariable) {
   const int previous = buildingPage_;
   buildingPage_ = -1;
   const int y = height_ - 33;
-  if (insertVariable) Button(L"{V}", Box{8, y, 40, 25}, kIdInsertVariable, kFollowDown);
+  // Tab order: the fields, OK, Cancel, then "{V}".
   Add(L"Button", L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON, Box{width_ - 176, y, 80, 25}, IDOK, kFollowRight | kFollowDown);
   Button(L"Cancel", Box{width_ - 88, y, 80, 25}, IDCANCEL, kFollowRight | kFollowDown);
+  if (insertVariable) Button(L"{V}", Box{8, y, 40, 25}, kIdInsertVariable, kFollowDown);
   buildingPage_ = previous;
 }
 
@@ -311,9 +338,28 @@ void DialogWindow::AssignAccessKeys() {
     GetClassNameW(control, name, 32);
     return std::wstring(name);
   };
-  // Shown on every page: the tab captions and "{V}" (OK and Cancel have
-  // Enter and Esc).
-  AccessKeys shared;
+  // The rule for access keys: a caption that carries a key of its own keeps
+  // it ("&Action:"); every other caption that can take one gets a key only
+  // by the "&" marker inserted before one of its letters, its text otherwise
+  // unchanged. No two captions seen together share a key: the tab captions
+  // and "{V}" (on every page; OK and Cancel have Enter and Esc) avoid the
+  // keys any caption of the dialog carries, and each page's captions avoid
+  // those of the tabs and "{V}" and the keys given on that page.
+  const int pageCount = std::max<int>(1, static_cast<int>(pages_.size()));
+  auto pageIndex = [](int page) { return std::max(page, 0); };
+  std::u16string givenAnywhere;
+  std::vector<std::u16string> givenOnPage(static_cast<size_t>(pageCount));
+  for (const auto& placed : placed_) {
+    const std::wstring text = TextOf(placed.window);
+    const char16_t key = AccessKeys::KeyOf(std::u16string(text.begin(), text.end()));
+    if (!key) continue;
+    givenAnywhere += key;
+    givenOnPage[static_cast<size_t>(pageIndex(placed.page))] += key;
+  }
+  for (const auto& page : pages_) {
+    if (const char16_t key = AccessKeys::KeyOf(std::u16string(page.title.begin(), page.title.end()))) givenAnywhere += key;
+  }
+  AccessKeys shared(givenAnywhere);
   for (auto& page : pages_) {
     const std::u16string given = shared.Assign(std::u16string(page.title.begin(), page.title.end()));
     page.title.assign(given.begin(), given.end());
@@ -323,12 +369,13 @@ void DialogWindow::AssignAccessKeys() {
     if (page.visible) InsertTab(page.title);
   }
   if (HWND insert = GetDlgItem(window_, kIdInsertVariable)) keyed(shared, insert);
+  const std::u16string onEveryPage = shared.Taken().substr(givenAnywhere.size());
   // Each page (a dialog without tabs is one page): its buttons, and the
   // labels that name the control right after them. A note and a group box
   // name nothing.
-  const int pageCount = std::max<int>(1, static_cast<int>(pages_.size()));
+  pageKeys_.assign(static_cast<size_t>(pageCount), {});
   for (int page = 0; page < pageCount; ++page) {
-    AccessKeys keys(shared.Taken());
+    AccessKeys keys(onEveryPage + givenOnPage[static_cast<size_t>(page)]);
     for (size_t i = 0; i < placed_.size(); ++i) {
       const HWND control = placed_[i].window;
       if (placed_[i].page != page && !(pages_.empty() && placed_[i].page < 0)) continue;
@@ -342,7 +389,28 @@ void DialogWindow::AssignAccessKeys() {
       const auto nextStyle = static_cast<DWORD>(GetWindowLongPtrW(next, GWL_STYLE));
       if (classOf(next) != L"Static" && (nextStyle & WS_TABSTOP)) keyed(keys, control);
     }
+    pageKeys_[static_cast<size_t>(page)] = keys.Taken();
   }
+}
+
+void DialogWindow::SetLabel(HWND label, const std::wstring& text) {
+  // The new text gets a key by the same rule, among the keys its page holds
+  // without the label's old one.
+  const size_t page = static_cast<size_t>(std::max(PageOf(label), 0));
+  if (page >= pageKeys_.size()) {
+    SetText(label, text);
+    return;
+  }
+  const std::wstring old = TextOf(label);
+  std::u16string taken = pageKeys_[page];
+  if (const char16_t key = AccessKeys::KeyOf(std::u16string(old.begin(), old.end()))) {
+    const auto at = taken.rfind(key);
+    if (at != std::u16string::npos) taken.erase(at, 1);
+  }
+  AccessKeys keys(taken);
+  const std::u16string given = keys.Assign(std::u16string(text.begin(), text.end()));
+  pageKeys_[page] = keys.Taken();
+  SetText(label, std::wstring(given.begin(), given.end()));
 }
 
 bool DialogWindow::PageKey(const MSG& message) {
@@ -452,8 +520,16 @@ void DialogWindow::Sound(Beep beep) {
 
 void DialogWindow::ReportFailure(HWND control, const std::wstring& message, Beep beep) {
   Sound(beep);
+  // A check may fail at a control of a page that is hidden (Save Data checks
+  // its format page while the table keeps its own format): that page comes
+  // back into the strip and is shown, so that the balloon points at a field
+  // the user sees and can mend. The page stays until the dialog next sets
+  // its visibility.
   const int page = PageOf(control);
-  if (page >= 0) ShowPage(page);
+  if (page >= 0) {
+    SetPageVisible(page, true);
+    ShowPage(page);
+  }
   SetFocus(control);
 
   if (!balloon_) {
@@ -523,6 +599,7 @@ bool DialogWindow::RestorePlacement() {
   const int w = std::max(r.right - r.left, own.right - own.left);
   const int h = std::max(r.bottom - r.top, own.bottom - own.top);
   SetWindowPos(window_, nullptr, r.left, r.top, w, h, SWP_NOZORDER | SWP_NOACTIVATE);
+  maximizeWhenShown_ = placement.maximized;
   const auto lists = RememberedLists();
   size_t column = 0;
   for (HWND list : lists) {
@@ -539,7 +616,13 @@ void DialogWindow::SavePlacement() {
   WINDOWPLACEMENT wp{};
   wp.length = sizeof wp;
   if (!GetWindowPlacement(window_, &wp)) return;
-  GetWindowRect(window_, &placement.frame);
+  // The normal frame, whatever the window shows now, and whether it was
+  // maximized (or minimized from maximized).
+  placement.frame = wp.rcNormalPosition;
+  const POINT origin = WorkspaceOrigin();
+  OffsetRect(&placement.frame, origin.x, origin.y);
+  placement.maximized = wp.showCmd == SW_SHOWMAXIMIZED ||
+                        (wp.showCmd == SW_SHOWMINIMIZED && (wp.flags & WPF_RESTORETOMAXIMIZED));
   for (HWND list : RememberedLists()) {
     const int count = Header_GetItemCount(ListView_GetHeader(list));
     for (int c = 0; c < count; ++c) placement.columns.push_back(ListView_GetColumnWidth(list, c));

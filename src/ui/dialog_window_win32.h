@@ -40,6 +40,8 @@ class DialogWindow {
   bool RunModal(HWND owner);
 
   HWND Handle() const { return window_; }
+  // The dialog's help topic (0: none), set on its window when it opens.
+  void SetHelpContext(DWORD topic) { helpContext_ = topic; }
   int Scale() const { return scale_; }
   int Px(int pixelsAt100) const { return MulDiv(pixelsAt100, scale_, 100); }
 
@@ -55,7 +57,8 @@ class DialogWindow {
   HWND EditableList(Box box, int id, const std::vector<std::wstring>& items, unsigned anchor = 0);
   HWND Button(const wchar_t* text, Box box, int id, unsigned anchor = 0);
   HWND Group(const wchar_t* text, Box box, unsigned anchor = kStretchRight);
-  // The OK and Cancel buttons at the bottom right, and "{V}" at the bottom left.
+  // The OK and Cancel buttons at the bottom right, and "{V}" at the bottom
+  // left, in that tab order after every field.
   void AddDialogButtons(bool insertVariable);
 
   // ---- tab pages ----
@@ -74,8 +77,8 @@ class DialogWindow {
   void SetVisible(HWND control, bool visible);
 
   // ---- the failed check ----
-  // Beeps, shows the page holding the control, focuses it and shows the
-  // message as a balloon at its centre for three seconds.
+  // Beeps, shows the page holding the control (a hidden page too), focuses
+  // it and shows the message as a balloon at its centre for three seconds.
   // An empty message shows no balloon.
   void ReportFailure(HWND control, const std::wstring& message, Beep beep);
   // Sounds a beep and records it on the window (a refused command).
@@ -84,6 +87,9 @@ class DialogWindow {
   // Texts of controls.
   static std::wstring TextOf(HWND control);
   static void SetText(HWND control, const std::wstring& text);
+  // Changes a label's text once the dialog is built, keeping it an access
+  // key that no other caption on its page has.
+  void SetLabel(HWND label, const std::wstring& text);
 
  protected:
   // Creates the controls, in tab order. Called once the window exists.
@@ -144,6 +150,9 @@ class DialogWindow {
   std::vector<Page> pages_;
   int buildingPage_ = -1;
   int shownPage_ = 0;
+  DWORD helpContext_ = 0;
+  bool maximizeWhenShown_ = false;
+  std::vector<std::u16string> pageKeys_;  // the access keys in use on each page
 };
 
 }  // namespace qm::ui

@@ -48,10 +48,14 @@ class SourceFrameView {
 
  private:
   void Browse();
+  // The "Skip first lines" field changed: the spinner's position, the value
+  // saved, follows it.
+  void FollowSkipFirst();
   DialogWindow* dialog_ = nullptr;
   std::array<HWND, static_cast<size_t>(SourceControl::HeaderLine) + 1> controls_{};
   std::array<HWND, 3> radios_{};
   HWND spinner_ = nullptr;
+  int32_t skipPosition_ = 0;
 };
 
 class TargetFrameView {

@@ -25,7 +25,9 @@ enum : int { kRaiseError = 10, kAdjustColumns };
 class MergeDialog final : public DialogWindow {
  public:
   MergeDialog(MergeEditor& model, int scale)
-      : DialogWindow(Wide(MergeEditor::kCaption), L"TCSVmergeForm", kWidth, kHeight, scale), m_(model) {}
+      : DialogWindow(Wide(MergeEditor::kCaption), L"TCSVmergeForm", kWidth, kHeight, scale), m_(model) {
+    SetHelpContext(MergeEditor::kHelpContext);
+  }
 
  private:
   void Build() override {

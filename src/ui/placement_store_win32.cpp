@@ -2,6 +2,7 @@
 
 #include <shlobj.h>
 
+#include <algorithm>
 #include <cwchar>
 
 namespace qm::ui {
@@ -28,6 +29,20 @@ void WriteNumber(const std::wstring& path, const std::wstring& section, const wc
 
 std::wstring ColumnKey(int index) { return L"column" + std::to_wstring(index); }
 
+// Moves `frame` onto the work area of the monitor nearest to it, keeping its
+// size where the area allows.
+void FitOnMonitor(RECT& frame) {
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  if (!GetMonitorInfoW(MonitorFromRect(&frame, MONITOR_DEFAULTTONEAREST), &monitor)) return;
+  const RECT& work = monitor.rcWork;
+  const LONG width = std::min(frame.right - frame.left, work.right - work.left);
+  const LONG height = std::min(frame.bottom - frame.top, work.bottom - work.top);
+  const LONG left = std::clamp(frame.left, work.left, work.right - width);
+  const LONG top = std::clamp(frame.top, work.top, work.bottom - height);
+  frame = RECT{left, top, left + width, top + height};
+}
+
 }  // namespace
 
 std::wstring PlacementStorePath() {
@@ -50,16 +65,10 @@ bool LoadPlacement(const std::wstring& dialog, Placement& placement) {
     return false;
   }
   if (width < 50 || height < 50) return false;
+  int maximized = 0;  // absent (a store from before it was kept): not maximized
+  placement.maximized = ReadNumber(path, dialog, L"maximized", maximized) && maximized != 0;
   placement.frame = RECT{left, top, left + width, top + height};
-  // The whole frame must lie on one monitor's work area: a position saved on
-  // a monitor that is gone, or a frame partly off screen, is not restored.
-  MONITORINFO monitor{};
-  monitor.cbSize = sizeof monitor;
-  const HMONITOR on = MonitorFromRect(&placement.frame, MONITOR_DEFAULTTONULL);
-  if (!on || !GetMonitorInfoW(on, &monitor)) return false;
-  const RECT& work = monitor.rcWork;
-  const RECT& f = placement.frame;
-  if (f.left < work.left || f.top < work.top || f.right > work.right || f.bottom > work.bottom) return false;
+  FitOnMonitor(placement.frame);
   placement.columns.clear();
   for (int i = 0, width = 0; i < kMaxColumns && ReadNumber(path, dialog, ColumnKey(i).c_str(), width); ++i) {
     if (width < 0) break;
@@ -76,6 +85,7 @@ void SavePlacement(const std::wstring& dialog, const Placement& placement) {
   WriteNumber(path, dialog, L"top", r.top);
   WriteNumber(path, dialog, L"width", r.right - r.left);
   WriteNumber(path, dialog, L"height", r.bottom - r.top);
+  WriteNumber(path, dialog, L"maximized", placement.maximized ? 1 : 0);
   for (size_t i = 0; i < placement.columns.size() && i < kMaxColumns; ++i) {
     WriteNumber(path, dialog, ColumnKey(static_cast<int>(i)).c_str(), placement.columns[i]);
   }

@@ -1,6 +1,10 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include <algorithm>
+#include <cwchar>
+#include <string>
+
 #include "ui/enable_controls.h"
 #include "ui/file_chooser_win32.h"
 #include "ui/frame_view_win32.h"
@@ -66,6 +70,7 @@ void SourceFrameView::Fill(const SourceFrame& m) {
   SendMessageW(Control(S::Encoding), CB_SETCURSEL, static_cast<WPARAM>(m.encoding), 0);
   DialogWindow::SetText(Control(S::Text), Wide(m.text));
   SendMessageW(spinner_, UDM_SETPOS32, 0, m.skipFirst);
+  skipPosition_ = m.skipFirst;
   SetChecked(Control(S::SkipEmpty), m.skipEmpty);
   SetChecked(Control(S::SkipComments), m.skipComments);
   DialogWindow::SetText(Control(S::CommentChars), Wide(m.commentChars));
@@ -80,9 +85,7 @@ void SourceFrameView::Read(SourceFrame& m) const {
   m.fileName = Utf16(DialogWindow::TextOf(Control(S::FileName)));
   m.encoding = EncodingFromIndex(int32_t(SendMessageW(Control(S::Encoding), CB_GETCURSEL, 0, 0)));
   m.text = Utf16(DialogWindow::TextOf(Control(S::Text)));
-  BOOL failed = FALSE;
-  const auto skip = static_cast<int32_t>(SendMessageW(spinner_, UDM_GETPOS32, 0, reinterpret_cast<LPARAM>(&failed)));
-  m.skipFirst = failed ? 0 : skip;
+  m.skipFirst = skipPosition_;
   m.skipEmpty = Checked(Control(S::SkipEmpty));
   m.skipComments = Checked(Control(S::SkipComments));
   m.commentChars = Utf16(DialogWindow::TextOf(Control(S::CommentChars)));
@@ -102,6 +105,10 @@ bool SourceFrameView::Command(SourceFrame& m, int id, int code, bool& sourceChan
   if (id == Id(S::SkipComments) && code == BN_CLICKED) {
     Read(m);
     Refresh(m);
+    return true;
+  }
+  if (id == Id(S::SkipFirst) && code == EN_CHANGE) {
+    FollowSkipFirst();
     return true;
   }
   if (id == Id(S::FileBrowse) && code == BN_CLICKED) {
@@ -126,6 +133,18 @@ void SourceFrameView::Refresh(const SourceFrame& m) {
   }
   dialog_->SetVisible(spinner_, m.IsVisible(S::SkipFirst));
   EnableControls(Control(S::CommentChars), m.IsEnabled(S::CommentChars));
+}
+
+void SourceFrameView::FollowSkipFirst() {
+  // The spinner's position follows the field: a number typed beyond the
+  // range counts as the nearest end of it; an entry that is no number (an
+  // empty field) leaves the position where it was.
+  const std::wstring text = DialogWindow::TextOf(Control(S::SkipFirst));
+  wchar_t* end = nullptr;
+  const long typed = std::wcstol(text.c_str(), &end, 10);
+  if (text.empty() || *end != 0) return;
+  skipPosition_ = static_cast<int32_t>(
+      std::clamp<long>(typed, SourceFrame::kSkipFirstMin, SourceFrame::kSkipFirstMax));
 }
 
 void SourceFrameView::Browse() {

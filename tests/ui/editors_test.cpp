@@ -12,6 +12,7 @@
 #include <fstream>
 #include <filesystem>
 #include <functional>
+#include <iterator>
 #include <string>
 
 #include "boundary/param_parser.h"
@@ -87,11 +88,11 @@ void ShootPages(HWND dialog, const std::string& stem, int pages) {
   test::SelectTab(dialog, 0);
 }
 
-// The block the editor's model writes for these settings.
+// The block the editor's model writes for these settings, made on `from`.
 template <class Model, class Set>
-std::u16string ModelBlock(Set&& set) {
+std::u16string ModelBlock(Set&& set, std::u16string_view from = {}) {
   Model model;
-  model.Load(TQMParamParser(std::u16string_view{}));
+  model.Load(TQMParamParser(from));
   set(model);
   TQMParamParser block;
   model.Save(block);
@@ -352,6 +353,109 @@ TEST_F(Editors, MergeDataWritesSourceFormatAndColumnChoice) {
         test::Click(ByCaption(w, Wide(MergeEditor::kMismatchItems[0])));
       },
       [](MergeEditor& m) { m.source.fileName = u"more.csv"; });
+}
+
+// The shot of a state of the editor, named <name>_<scale>.
+void ShootState(HWND dialog, const std::string& name) {
+  test::Screenshot(dialog, ScreenshotPath(name + "_" + std::to_string(PluginUnderTest::Scale())));
+}
+
+// The custom delimiter is free text: typed or inserted with "{V}", a
+// variable reference goes in whole and can be read in the field.
+TEST_F(Editors, FormatCharacterTakesAVariableReferenceTypedOrInserted) {
+  PluginUnderTest::SetPickedVariable(u"{delim}");
+  ExpectEditorWrites<OpenDataEditor>(
+      kOpenDataIndex, u"source=1\r\nfilename=in.csv\r\ndelimiter=4\r\n", L"CSV Open Data", "open_data_custom", 2,
+      [](HWND w) {
+        test::SelectTab(w, 1);
+        HWND field = Labelled(w, FormatFrame::kOtherCharLabel);
+        test::Focus(field);
+        test::TypeKeys(field, L"{delim}");
+        EXPECT_EQ(test::Text(field), L"{delim}");
+        test::Type(field, L"");
+        test::Focus(field);
+        test::Click(ByCaption(w, L"{V}"));
+        EXPECT_EQ(test::Text(field), L"{delim}");
+        // With the caret at its end the field still shows the first character.
+        RECT client{};
+        GetClientRect(field, &client);
+        EXPECT_EQ(LOWORD(SendMessageW(field, EM_CHARFROMPOS, 0, MAKELPARAM(3, client.bottom / 2))), 0);
+        ShootState(w, "open_data_character");
+      },
+      [](OpenDataEditor& m) {
+        m.source.fileName = u"in.csv";
+        m.format.SelectDelimiter(DelimiterChoice::Custom);
+        m.format.otherChar = u"{delim}";
+      });
+}
+
+// "Keep original CSV format" ticked hides "CSV Format", whose check still
+// runs: its failure brings the page into view with the field focused.
+TEST_F(Editors, SaveDataShowsTheHiddenFormatPageWhoseCheckFails) {
+  ExpectEditorWrites<SaveDataEditor>(
+      kSaveDataIndex, u"delimiter=4\r\n", L"CSV Save Data", "save_data_keep", 1,
+      [](HWND w) {
+        EXPECT_EQ(TabCount(w), 1);
+        test::Click(ByCaption(w, L"OK"));
+        EXPECT_EQ(test::LastBeep(w), static_cast<int>(MB_ICONEXCLAMATION));
+        EXPECT_EQ(test::BalloonText(w), Wide(msg::kValueEmpty));
+        HWND field = Labelled(w, FormatFrame::kOtherCharLabel);
+        EXPECT_TRUE(IsWindowVisible(field));
+        EXPECT_EQ(test::Focused(w), field);
+        EXPECT_EQ(TabCount(w), 2);
+        EXPECT_EQ(test::ShownTab(w), 1);
+        ShootState(w, "save_data_hidden_refused");
+        test::TypeKeys(field, L"|");
+      },
+      [](SaveDataEditor& m) {
+        m.format.SelectDelimiter(DelimiterChoice::Custom);
+        m.format.otherChar = u"|";
+      });
+}
+
+// "Skip first lines" saves the spinner's position: an entry above the range
+// is held to its top, an empty one keeps the position the spinner had.
+TEST_F(Editors, SkipFirstLinesSavesTheSpinnersPositionWithinItsRange) {
+  const std::u16string block = u"source=1\r\nfilename=in.csv\r\nskipfirst=7\r\n";
+  const struct {
+    std::wstring typed;
+    int32_t saved;
+  } cases[] = {{L"250", SourceFrame::kSkipFirstMax}, {L"", 7}, {L"12", 12}};
+  for (const auto& c : cases) {
+    std::optional<std::u16string> written;
+    test::DriveDialog([&] { written = Plugin().Configure(kOpenDataIndex, block); },
+                      [&] {
+                        HWND w = test::WaitForWindow(L"CSV Open Data");
+                        ASSERT_TRUE(w);
+                        test::Type(Labelled(w, SourceFrame::kSkipFirstLabel), c.typed);
+                        test::Press(w, VK_RETURN);
+                        EXPECT_TRUE(test::WaitUntilClosed(w));
+                      });
+    ASSERT_TRUE(written);
+    EXPECT_EQ(*written, ModelBlock<OpenDataEditor>([&](OpenDataEditor& m) { m.source.skipFirst = c.saved; }, block))
+        << c.saved;
+  }
+}
+
+// The help topics of Write Cells and Merge Data ride on their windows.
+TEST_F(Editors, WriteCellsAndMergeDataCarryTheirHelpContext) {
+  const struct {
+    int32_t index;
+    std::u16string caption;
+    DWORD help;
+  } cases[] = {{kReadCellsIndex, std::u16string(CellsEditor(false).Caption()), 0},
+               {kWriteCellsIndex, std::u16string(CellsEditor(true).Caption()), CellsEditor::kWriteHelpTopic},
+               {kMergeIndex, std::u16string(MergeEditor::kCaption), MergeEditor::kHelpContext}};
+  for (const auto& c : cases) {
+    test::DriveDialog([&] { EXPECT_FALSE(Plugin().Configure(c.index, u"")); },
+                      [&] {
+                        HWND w = test::WaitForWindow(Wide(c.caption));
+                        ASSERT_TRUE(w);
+                        EXPECT_EQ(GetWindowContextHelpId(w), c.help) << c.index;
+                        test::Press(w, VK_ESCAPE);
+                        EXPECT_TRUE(test::WaitUntilClosed(w));
+                      });
+  }
 }
 
 // Both modes: an entry from the block, the refused commands with nothing
@@ -977,6 +1081,95 @@ TEST_F(Editors, FilterDataBuildsItsConditionsAndTheStepDeletesTheRowsTheyMatch) 
   const auto transcript = RunSteps("[A_CSV_FILTER]\n" + StepLines(block) +
                                    "\n[A_CSV_SAVE]\nsavetovariable=1\nsavevariable=out\n");
   EXPECT_EQ(SetValues(transcript, "out"), (std::vector<std::string>{R"("51;a,b;y\r\n")"}));
+}
+
+// Opens the Data Loop editor on `block`, runs `script` on it and cancels it.
+void WithDataLoop(const std::u16string& block, const std::function<void(HWND)>& script) {
+  test::DriveDialog([&] { EXPECT_FALSE(Plugin().Configure(kDataLoopIndex, block)); }, [&] {
+    HWND w = test::WaitForWindow(Wide(DataLoopEditor::kCaption));
+    ASSERT_TRUE(w);
+    script(w);
+    test::Press(w, VK_ESCAPE);
+    EXPECT_TRUE(test::WaitUntilClosed(w));
+  });
+}
+
+// Opens the condition editor from the Data Loop editor's "Add..." and runs
+// `script` on it; Cancel closes both.
+void WithConditionEditor(const std::function<void(HWND)>& script) {
+  WithDataLoop(u"", [&](HWND w) {
+    test::ClickLater(ByCaption(w, Wide(DataLoopEditor::kCommandCaptions[0])));
+    HWND e = test::WaitForWindow(L"Add condition");
+    ASSERT_TRUE(e);
+    script(e);
+    test::Click(ByCaption(e, L"Cancel"));
+    EXPECT_TRUE(test::WaitUntilClosed(e));
+  });
+}
+
+// Tab runs column, expression, the two boxes, OK, Cancel and only then "{V}".
+TEST_F(Editors, ConditionEditorTabsThroughItsFieldsBeforeInsertVariable) {
+  WithConditionEditor([](HWND e) {
+    HWND column = Labelled(e, ConditionEditor::kColumnLabel);
+    const HWND order[] = {Labelled(e, ConditionEditor::kTextLabel),
+                          ByCaption(e, Wide(ConditionEditor::kUseRegex)),
+                          ByCaption(e, Wide(ConditionEditor::kCaseSensitive)),
+                          ByCaption(e, L"OK"),
+                          ByCaption(e, L"Cancel"),
+                          ByCaption(e, L"{V}"),
+                          column};
+    test::Focus(column);
+    for (size_t i = 0; i < std::size(order); ++i) {
+      test::Press(e, VK_TAB);
+      EXPECT_EQ(test::Focused(e), order[i]) << "Tab " << i + 1;
+    }
+  });
+}
+
+// Every access key of the condition editor is its own, and the expression's
+// label keeps one, leading to the field, whichever text the
+// regular-expression box gives it.
+TEST_F(Editors, ConditionEditorExpressionLabelKeepsAnAccessKeyOfItsOwn) {
+  WithConditionEditor([](HWND e) {
+    HWND column = Labelled(e, ConditionEditor::kColumnLabel);
+    HWND expression = Labelled(e, ConditionEditor::kTextLabel);
+    HWND label = GetWindow(expression, GW_HWNDPREV);
+    for (const auto caption : {ConditionEditor::kTextLabel, ConditionEditor::kPatternLabel}) {
+      EXPECT_EQ(Labelled(e, caption), expression);
+      std::wstring keys;
+      for (HWND c = GetWindow(e, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT)) {
+        if (const wchar_t key = keyboard::KeyOf(test::Text(c))) keys += key;
+      }
+      for (size_t i = 0; i < keys.size(); ++i) EXPECT_EQ(keys.find(keys[i], i + 1), std::wstring::npos) << keys;
+      const wchar_t key = keyboard::KeyOf(test::Text(label));
+      EXPECT_TRUE(key) << keyboard::Narrow(test::Text(label));
+      test::Focus(column);
+      test::PressAlt(e, key);
+      EXPECT_EQ(test::Focused(e), expression) << keyboard::Narrow(test::Text(label));
+      test::Click(ByCaption(e, Wide(ConditionEditor::kUseRegex)));
+    }
+    test::Screenshot(e, ScreenshotPath("data_loop_100_condition_keys"));
+  });
+}
+
+// A double-click below the conditions clears the selection and asks to edit
+// nothing: the plain beep, no editor.
+TEST_F(Editors, DoubleClickBelowTheConditionsBeeps) {
+  const auto block = ModelBlock<DataLoopEditor>([](DataLoopEditor& m) {
+    m.rowNumberVar = u"n";
+    m.conditions.conditions = {kPattern};
+  });
+  WithDataLoop(block, [](HWND w) {
+    HWND list = ConditionsList(w);
+    ASSERT_EQ(ListView_GetItemCount(list), 1);
+    test::SelectItem(list, 0);
+    EXPECT_EQ(test::LastBeep(w), -1);
+    test::DoubleClickBelowRowsLater(list);
+    Sleep(300);
+    EXPECT_EQ(test::LastBeep(w), static_cast<int>(MB_OK));
+    EXPECT_FALSE(FindWindowW(nullptr, L"Edit condition"));
+    EXPECT_EQ(ListView_GetItemCount(list), 1);
+  });
 }
 
 }  // namespace

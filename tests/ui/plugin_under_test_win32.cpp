@@ -60,6 +60,7 @@ HWND MakeHostWindow() {
 
 void PluginUnderTest::SetPickedVariable(std::u16string text) { g_picked = std::move(text); }
 void PluginUnderTest::SetScale(int percent) { g_scale = percent; }
+int PluginUnderTest::Scale() { return g_scale; }
 
 PluginUnderTest::PluginUnderTest() {
   static TAFAppInfo app{};

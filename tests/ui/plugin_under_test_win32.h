@@ -24,6 +24,7 @@ class PluginUnderTest {
   static void SetPickedVariable(std::u16string text);
   // The scale the host window answers (100 to 250).
   static void SetScale(int percent);
+  static int Scale();
 
  private:
   void* library_ = nullptr;

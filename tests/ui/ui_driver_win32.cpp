@@ -125,6 +125,11 @@ void Type(HWND field, const std::wstring& text) {
   Settle();
 }
 
+void TypeKeys(HWND field, const std::wstring& text) {
+  for (wchar_t c : text) PostMessageW(field, WM_CHAR, c, 1);
+  Settle();
+}
+
 void Click(HWND button) {
   SendMessageW(button, BM_CLICK, 0, 0);
   Settle();
@@ -153,6 +158,16 @@ void DoubleClickItemLater(HWND listView, int item) {
   const LPARAM at = MAKELPARAM((r.left + r.right) / 2, (r.top + r.bottom) / 2);
   // The first click of the two selects the item.
   SelectItem(listView, item);
+  PostMessageW(listView, WM_LBUTTONDBLCLK, MK_LBUTTON, at);
+  PostMessageW(listView, WM_LBUTTONUP, 0, at);
+  Settle();
+}
+
+void DoubleClickBelowRowsLater(HWND listView) {
+  RECT client{};
+  GetClientRect(listView, &client);
+  const LPARAM at = MAKELPARAM(client.right / 2, client.bottom - 4);
+  SelectItem(listView, -1);
   PostMessageW(listView, WM_LBUTTONDBLCLK, MK_LBUTTON, at);
   PostMessageW(listView, WM_LBUTTONUP, 0, at);
   Settle();

@@ -33,6 +33,9 @@ HWND ByCaption(HWND dialog, const std::wstring& caption);
 std::wstring Text(HWND control);
 // Replaces a text field's content as typing would (the field is notified).
 void Type(HWND field, const std::wstring& text);
+// Types the characters one by one at the field's caret, as the keyboard
+// delivers them (so the field's own limits apply).
+void TypeKeys(HWND field, const std::wstring& text);
 void Click(HWND button);
 // Clicks without waiting for the click's handling: for a button that opens a
 // modal dialog of its own.
@@ -41,6 +44,9 @@ void ClickLater(HWND button);
 void SelectItem(HWND listView, int item);
 // Double-clicks a list view's item without waiting for its handling.
 void DoubleClickItemLater(HWND listView, int item);
+// Double-clicks the empty part of a list view below its rows (the first click
+// of the two clears the selection) without waiting for its handling.
+void DoubleClickBelowRowsLater(HWND listView);
 void Choose(HWND comboBox, int index);
 bool IsChecked(HWND button);
 // A key press (with Ctrl, and Shift, held when asked) into the dialog's
