@@ -12,8 +12,9 @@ With --check nothing is written; the exit code says whether FILE is current.
 
 import argparse
 import os
-import re
 import sys
+
+from ucd_file import read_fields
 
 BLOCK_SHIFT = 6
 BLOCK_SIZE = 1 << BLOCK_SHIFT
@@ -22,19 +23,8 @@ DEFAULT_OUTPUT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", 
 
 
 def read_foldings(path):
-    version = "unknown"
-    mapping = {}
-    with open(path, encoding="utf-8") as f:
-        for raw in f:
-            m = re.match(r"#\s*(CaseFolding-[0-9.]+\.txt)", raw)
-            if m:
-                version = m.group(1)
-            line = raw.split("#", 1)[0].strip()
-            if not line:
-                continue
-            fields = [x.strip() for x in line.split(";")]
-            if fields[1] in ("C", "S"):
-                mapping[int(fields[0], 16)] = int(fields[2], 16)
+    version, rows = read_fields(path, "CaseFolding")
+    mapping = {int(code, 16): int(folded, 16) for code, status, folded, *_ in rows if status in ("C", "S")}
     return version, mapping
 
 

@@ -14,8 +14,9 @@ With --check nothing is written; the exit code says whether FILE is current.
 
 import argparse
 import os
-import re
 import sys
+
+from ucd_file import read_fields
 
 DEFAULT_WIDTH = "/usr/share/unicode/EastAsianWidth.txt"
 DEFAULT_DATA = "/usr/share/unicode/UnicodeData.txt"
@@ -23,19 +24,10 @@ DEFAULT_OUTPUT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", 
 
 
 def read_wide(path):
-    version = "unknown"
+    version, rows = read_fields(path, "EastAsianWidth")
     wide = set()
-    with open(path, encoding="utf-8") as f:
-        for raw in f:
-            m = re.match(r"#\s*(EastAsianWidth-[0-9.]+\.txt)", raw)
-            if m:
-                version = m.group(1)
-            line = raw.split("#", 1)[0].strip()
-            if not line:
-                continue
-            cps, width = [x.strip() for x in line.split(";")]
-            if width not in ("W", "F"):
-                continue
+    for cps, width in rows:
+        if width in ("W", "F"):
             first, _, last = cps.partition("..")
             wide.update(range(int(first, 16), int(last or first, 16) + 1))
     return version, wide
