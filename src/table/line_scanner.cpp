@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "core/copy_bytes.h"
+#include "core/simd_kernels.h"
 #include "core/simd_scan.h"
 #include "core/utf.h"
 #include "platform/large_blocks.h"
@@ -31,11 +32,20 @@ struct ReadBytesDrop {
 };
 
 // The first character that matters for quoting: the quote character, the
-// delimiter, a character 0 and, when not strict, codes 1 to 32.
-template <typename Unit>
-inline const Unit* FindQuoteTrigger(const Unit* text, const Unit* end, const TextFormat& f) {
-  return f.strict ? simd::FindAny3(text, end, 0, f.quote, f.delimiter)
-                  : simd::FindBlankOr2(text, end, f.quote, f.delimiter);
+// delimiter, a character 0 and, when not strict, codes 1 to 32. It looks over
+// a whole record's text at a time, where the widest kernels pay. In one-byte
+// text a quote or delimiter above 0xFF cannot occur: a byte 0 stands in for
+// it, which the search stops at anyway.
+inline const uint8_t* FindQuoteTrigger(const uint8_t* text, const uint8_t* end, const TextFormat& f) {
+  const simd::Kernels& k = simd::Active();
+  const uint8_t quote = simd::ByteOr0(f.quote), delimiter = simd::ByteOr0(f.delimiter);
+  return f.strict ? k.findAny3Bytes(text, end, 0, quote, delimiter)
+                  : k.findBlankOr2Bytes(text, end, quote, delimiter);
+}
+inline const char16_t* FindQuoteTrigger(const char16_t* text, const char16_t* end, const TextFormat& f) {
+  const simd::Kernels& k = simd::Active();
+  return f.strict ? k.findAny3Units(text, end, 0, f.quote, f.delimiter)
+                  : k.findBlankOr2Units(text, end, f.quote, f.delimiter);
 }
 
 }  // namespace
