@@ -471,16 +471,20 @@ inline uint8_t* CopyUnits(const uint8_t* p, const uint8_t* end, uint8_t* out, co
 }
 
 // The same from one-byte text to UTF-8: a run of ASCII is copied sixteen
-// bytes a store, any other character becomes its two bytes.
+// bytes a store, any other character becomes its two bytes. No branch on the
+// character: both bytes of the two-byte form are stored for every one, the
+// lead byte replaced by the character itself below U+0080, and the output
+// moves on by one or two; the second byte stored for an ASCII character is
+// overwritten by what follows, and lies within the room a line is given
+// (two bytes a character).
 inline char8_t* ExpandLatin1(const uint8_t* p, size_t n, char8_t* out) {
   for (; n > 0; --n) {
-    const uint8_t c = *p++;
-    if (c < 0x80) {
-      *out++ = c;
-    } else {
-      *out++ = static_cast<char8_t>(0xC0 | (c >> 6));
-      *out++ = static_cast<char8_t>(0x80 | (c & 0x3F));
-    }
+    const uint32_t c = *p++;
+    const uint32_t wide = c >> 7;  // 1 from U+0080 on
+    const uint32_t lead = c ^ ((c ^ (0xC0 | (c >> 6))) & (0u - wide));
+    out[0] = static_cast<char8_t>(lead);
+    out[1] = static_cast<char8_t>(0x80 | (c & 0x3F));
+    out += 1 + wide;
   }
   return out;
 }
