@@ -1,8 +1,11 @@
 // Whole tasks through the reference host on a generated orders file, for the
 // native build and for the Win64 build under Wine in one run: each figure is
-// the wall time of one `qmhost --quiet run` (start, load the plug-in, run the
-// task, stop), the median of a few runs, with its processor time and the
-// process's peak memory. Each job is then shown as the ratio Win64 / native.
+// the wall time of one `qmhost --quiet --time run` (start, load the plug-in,
+// run the task, stop), the median of a few runs, with its processor time, the
+// process's peak memory and the task's own time in the process (the sum of
+// the step times qmhost prints: the plug-in's work without the process's or
+// Wine's start). Each job is then shown as the ratio Win64 / native, of the
+// whole task and of the time in process.
 //   actions_bench [--records N] [--runs N] [--large] [--native-only]
 //                 [--native-host PATH] [--win64-host PATH] [--wine PROGRAM]
 //   --large       10,000,000 records, 3 runs (unless given)
@@ -81,6 +84,7 @@ struct Build {
 };
 
 struct Result {
+  double own = 0;      // median seconds of the task's steps in the process (qmhost --time)
   double wall = 0;     // median seconds
   double best = 0;     // least seconds
   double cpu = 0;      // median user and system seconds of the process tree
@@ -99,10 +103,24 @@ struct Run {
   double wall;
   double cpu;
   double peakMb;
+  double own;
 };
 
-// Runs `argv` in `dir` with its output dropped; the resource figures are
-// those of the child and of the processes it waited for.
+// The sum of the step times qmhost --time printed into `output`: the task's
+// own time in the process, without the process's start (and Wine's) or the
+// plug-in's loading. Negative when there is none.
+double StepSeconds(const fs::path& output) {
+  std::ifstream in(output);
+  double sum = -1;
+  for (std::string line; std::getline(in, line);) {
+    double ms = 0;
+    if (std::sscanf(line.c_str(), "  time %lf ms", &ms) == 1) sum = (sum < 0 ? 0 : sum) + ms / 1000.0;
+  }
+  return sum;
+}
+
+// Runs `argv` in `dir` with its output into `dir`/run_output.txt; the resource
+// figures are those of the child and of the processes it waited for.
 std::optional<Run> RunOnce(const std::vector<std::string>& argv, const std::vector<std::string>& environment,
                            const fs::path& dir) {
   std::vector<char*> args;
@@ -113,8 +131,8 @@ std::optional<Run> RunOnce(const std::vector<std::string>& argv, const std::vect
   if (child < 0) return std::nullopt;
   if (child == 0) {
     for (const std::string& setting : environment) putenv(const_cast<char*>(setting.c_str()));
-    const int null = open("/dev/null", O_WRONLY);
-    if (null < 0 || dup2(null, STDOUT_FILENO) < 0 || chdir(dir.c_str()) != 0) _exit(127);
+    const int output = open((dir / "run_output.txt").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+    if (output < 0 || dup2(output, STDOUT_FILENO) < 0 || chdir(dir.c_str()) != 0) _exit(127);
     execvp(args[0], args.data());
     _exit(127);
   }
@@ -123,7 +141,10 @@ std::optional<Run> RunOnce(const std::vector<std::string>& argv, const std::vect
   if (wait4(child, &status, 0, &usage) != child) return std::nullopt;
   const double wall = std::chrono::duration<double>(Clock::now() - start).count();
   if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) return std::nullopt;
-  return Run{wall, Seconds(usage.ru_utime) + Seconds(usage.ru_stime), static_cast<double>(usage.ru_maxrss) / 1024.0};
+  const double own = StepSeconds(dir / "run_output.txt");
+  if (own < 0) return std::nullopt;
+  return Run{wall, Seconds(usage.ru_utime) + Seconds(usage.ru_stime), static_cast<double>(usage.ru_maxrss) / 1024.0,
+             own};
 }
 
 // FNV-1a over the file's bytes, as hex.
@@ -144,8 +165,8 @@ std::string HashFile(const fs::path& path) {
 std::optional<Result> TimeJob(const Build& build, const Job& job, const fs::path& dir, const fs::path& task,
                               int runs) {
   std::vector<std::string> argv = build.command;
-  argv.insert(argv.end(), {"--quiet", "run", task.string()});
-  std::vector<double> walls, cpus;
+  argv.insert(argv.end(), {"--quiet", "--time", "run", task.string()});
+  std::vector<double> walls, cpus, owns;
   Result result;
   // One untimed run first: it brings the program and the file into the page
   // cache and, under Wine, starts the prefix's server for the timed runs.
@@ -162,11 +183,13 @@ std::optional<Result> TimeJob(const Build& build, const Job& job, const fs::path
     if (run < 0) continue;
     walls.push_back(once->wall);
     cpus.push_back(once->cpu);
+    owns.push_back(once->own);
     result.peakMb = std::max(result.peakMb, once->peakMb);
   }
   result.wall = Median(walls);
   result.best = *std::min_element(walls.begin(), walls.end());
   result.cpu = Median(cpus);
+  result.own = Median(owns);
   if (job.save) result.hash = HashFile(dir / "saved.csv");
   fs::remove(dir / "saved.csv");
   return result;
@@ -301,13 +324,14 @@ int main(int argc, char** argv) {
         break;
       }
       results.push_back(*result);
-      std::printf("%s %s: %.3f s (best %.3f s, cpu %.3f s, peak %.0f MB)\n", build.name, job.name, result->wall,
-                  result->best, result->cpu, result->peakMb);
+      std::printf("%s %s: %.3f s (best %.3f s, cpu %.3f s, peak %.0f MB; in process %.3f s)\n", build.name, job.name,
+                  result->wall, result->best, result->cpu, result->peakMb, result->own);
       if (job.save) std::printf("%s %s_output: %s\n", build.name, job.name, result->hash.c_str());
     }
     if (results.size() == 2) {
-      std::printf("ratio %s: %.2fx (without the empty task: %.2fx)\n", job.name, results[1].wall / results[0].wall,
-                  (results[1].wall - empty[1].wall) / (results[0].wall - empty[0].wall));
+      std::printf("ratio %s: %.2fx (without the empty task: %.2fx; in process: %.2fx)\n", job.name,
+                  results[1].wall / results[0].wall, (results[1].wall - empty[1].wall) / (results[0].wall - empty[0].wall),
+                  results[1].own / results[0].own);
       if (job.save && results[0].hash != results[1].hash) {
         std::printf("%s: the two builds saved different files\n", job.name);
         ++failures;

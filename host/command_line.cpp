@@ -20,7 +20,7 @@ const char kUsage[] =
     "  --var NAME=VALUE      a host variable before the task starts (repeatable)\n"
     "  --task-id N           the task's identifier, 0 to 2147483647 (default 1)\n"
     "  --max-steps N         stop a task after N steps (default 100000000)\n"
-    "  --quiet               print only the task's print lines and the outcome\n"
+    "  --quiet               print only the task's print lines, --time's lines and the outcome\n"
     "  --time                each step's wall time and the total\n"
     "  --trace-expand        print every variable expansion the plug-in asks for\n"
     "  --refuse-bridge       the task interface refuses the plug-in's cast\n"
