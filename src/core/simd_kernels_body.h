@@ -20,43 +20,27 @@ struct Kernels {
 
   static unsigned Ctz(uint32_t m) { return static_cast<unsigned>(__builtin_ctz(m)); }
 
-  // The first byte of [p, end) that `hits` (a mask of kBytes bits for the
-  // register at its argument) marks, or `end`; texts shorter than a register
-  // go byte by byte through `one`. The last piece is the last register's
-  // bytes, those already looked at masked off.
-  template <class Hits, class One>
-  static const uint8_t* ScanBytes(const uint8_t* p, const uint8_t* end, Hits hits, One one) {
-    if (static_cast<size_t>(end - p) < kBytes) {
+  // The first byte or unit of [p, end) that `hits` (a mask of kBytes bits,
+  // one per byte, for the register at its argument) marks, or `end`; texts
+  // shorter than a register go one by one through `one`. The last piece is
+  // the last register's worth, those already looked at masked off.
+  template <typename Unit, class Hits, class One>
+  static const Unit* Scan(const Unit* p, const Unit* end, Hits hits, One one) {
+    constexpr size_t kPer = kBytes / sizeof(Unit);
+    constexpr unsigned kBits = sizeof(Unit);  // mask bits a unit
+    if (static_cast<size_t>(end - p) < kPer) {
       for (; p < end; ++p) {
         if (one(*p)) return p;
       }
       return end;
     }
-    for (; static_cast<size_t>(end - p) >= kBytes; p += kBytes) {
-      if (const uint32_t m = hits(p)) return p + Ctz(m);
+    for (; static_cast<size_t>(end - p) >= kPer; p += kPer) {
+      if (const uint32_t m = hits(p)) return p + Ctz(m) / kBits;
     }
     if (p == end) return end;
-    const uint8_t* last = end - kBytes;
-    const uint32_t m = hits(last) & ~((uint32_t{1} << (p - last)) - 1);
-    return m ? last + Ctz(m) : end;
-  }
-
-  // ScanBytes over units: two mask bits a unit.
-  template <class Hits, class One>
-  static const char16_t* ScanUnits(const char16_t* p, const char16_t* end, Hits hits, One one) {
-    if (static_cast<size_t>(end - p) < kUnits) {
-      for (; p < end; ++p) {
-        if (one(*p)) return p;
-      }
-      return end;
-    }
-    for (; static_cast<size_t>(end - p) >= kUnits; p += kUnits) {
-      if (const uint32_t m = hits(p)) return p + Ctz(m) / 2;
-    }
-    if (p == end) return end;
-    const char16_t* last = end - kUnits;
-    const uint32_t m = hits(last) & ~((uint32_t{1} << (2 * (p - last))) - 1);
-    return m ? last + Ctz(m) / 2 : end;
+    const Unit* last = end - kPer;
+    const uint32_t m = hits(last) & ~((uint32_t{1} << (kBits * (p - last))) - 1);
+    return m ? last + Ctz(m) / kBits : end;
   }
 
   static bool IsAscii(const uint8_t* p, size_t n) {
@@ -94,7 +78,7 @@ struct Kernels {
 
   static const uint8_t* FindByte(const uint8_t* p, const uint8_t* end, uint8_t a) {
     const Reg va = V::Set8(a);
-    return ScanBytes(
+    return Scan(
         p, end, [&](const uint8_t* q) { return V::Mask(V::Eq8(V::Load(q), va)); }, [&](uint8_t c) { return c == a; });
   }
 
@@ -111,7 +95,7 @@ struct Kernels {
 
   static const uint8_t* FindAny3Bytes(const uint8_t* p, const uint8_t* end, uint8_t a, uint8_t b, uint8_t c) {
     const Reg va = V::Set8(a), vb = V::Set8(b), vc = V::Set8(c);
-    return ScanBytes(
+    return Scan(
         p, end,
         [&](const uint8_t* q) {
           const Reg v = V::Load(q);
@@ -122,7 +106,7 @@ struct Kernels {
 
   static const char16_t* FindAny3Units(const char16_t* p, const char16_t* end, char16_t a, char16_t b, char16_t c) {
     const Reg va = V::Set16(a), vb = V::Set16(b), vc = V::Set16(c);
-    return ScanUnits(
+    return Scan(
         p, end,
         [&](const char16_t* q) {
           const Reg v = V::Load(q);
@@ -133,7 +117,7 @@ struct Kernels {
 
   static const uint8_t* FindBlankOr2Bytes(const uint8_t* p, const uint8_t* end, uint8_t a, uint8_t b) {
     const Reg va = V::Set8(a), vb = V::Set8(b), space = V::Set8(32);
-    return ScanBytes(
+    return Scan(
         p, end,
         [&](const uint8_t* q) {
           const Reg v = V::Load(q);
@@ -144,7 +128,7 @@ struct Kernels {
 
   static const char16_t* FindBlankOr2Units(const char16_t* p, const char16_t* end, char16_t a, char16_t b) {
     const Reg va = V::Set16(a), vb = V::Set16(b), space = V::Set16(32);
-    return ScanUnits(
+    return Scan(
         p, end,
         [&](const char16_t* q) {
           const Reg v = V::Load(q);
