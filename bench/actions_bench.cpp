@@ -3,8 +3,8 @@
 // the wall time of one `qmhost --quiet --time run` (start, load the plug-in,
 // run the task, stop), the median of a few runs, with its processor time, the
 // process's peak memory and the task's own time in the process (the sum of
-// the step times qmhost prints: the plug-in's work without the process's or
-// Wine's start). Each job is then shown as the ratio Win64 / native, of the
+// the step times, "time in steps", qmhost prints: the plug-in's work without
+// the process's or Wine's start). Each job is then shown as the ratio Win64 / native, of the
 // whole task and of the time in process.
 //   actions_bench [--records N] [--runs N] [--large] [--native-only]
 //                 [--native-host PATH] [--win64-host PATH] [--wine PROGRAM]
@@ -111,12 +111,11 @@ struct Run {
 // plug-in's loading. Negative when there is none.
 double StepSeconds(const fs::path& output) {
   std::ifstream in(output);
-  double sum = -1;
   for (std::string line; std::getline(in, line);) {
     double ms = 0;
-    if (std::sscanf(line.c_str(), "  time %lf ms", &ms) == 1) sum = (sum < 0 ? 0 : sum) + ms / 1000.0;
+    if (std::sscanf(line.c_str(), "time in steps %lf ms", &ms) == 1) return ms / 1000.0;
   }
-  return sum;
+  return -1;
 }
 
 // Runs `argv` in `dir` with its output into `dir`/run_output.txt; the resource
