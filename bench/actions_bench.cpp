@@ -8,7 +8,12 @@
 // whole task and of the time in process.
 //   actions_bench [--records N] [--runs N] [--large] [--native-only]
 //                 [--native-host PATH] [--win64-host PATH] [--wine PROGRAM]
+//                 [--peers FOLDER]
 //   --large       10,000,000 records, 3 runs (unless given)
+//   --peers       also time each job (but the loop) with DuckDB and Polars,
+//                 those of them installed in FOLDER by
+//                 `npm install @duckdb/node-api nodejs-polars` (bench/peers.mjs
+//                 says what each job does there); whole processes, all cores
 //   --native-host another native qmhost than this build's (say, a copy of
 //                 an earlier build, for figures before and after a change)
 //   --win64-host  the Win64 qmhost.exe (default: the win64 preset's build
@@ -81,6 +86,7 @@ struct Build {
   const char* name;
   std::vector<std::string> command;  // the program and its first arguments
   std::vector<std::string> environment;
+  bool qmhost = true;  // else a peer (peers.mjs), given the job's name
 };
 
 struct Result {
@@ -140,10 +146,8 @@ std::optional<Run> RunOnce(const std::vector<std::string>& argv, const std::vect
   if (wait4(child, &status, 0, &usage) != child) return std::nullopt;
   const double wall = std::chrono::duration<double>(Clock::now() - start).count();
   if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) return std::nullopt;
-  const double own = StepSeconds(dir / "run_output.txt");
-  if (own < 0) return std::nullopt;
   return Run{wall, Seconds(usage.ru_utime) + Seconds(usage.ru_stime), static_cast<double>(usage.ru_maxrss) / 1024.0,
-             own};
+             StepSeconds(dir / "run_output.txt")};
 }
 
 // FNV-1a over the file's bytes, as hex.
@@ -164,7 +168,11 @@ std::string HashFile(const fs::path& path) {
 std::optional<Result> TimeJob(const Build& build, const Job& job, const fs::path& dir, const fs::path& task,
                               int runs) {
   std::vector<std::string> argv = build.command;
-  argv.insert(argv.end(), {"--quiet", "--time", "run", task.string()});
+  if (build.qmhost) {
+    argv.insert(argv.end(), {"--quiet", "--time", "run", task.string()});
+  } else {
+    argv.push_back(job.name);
+  }
   std::vector<double> walls, cpus, owns;
   Result result;
   // One untimed run first: it brings the program and the file into the page
@@ -175,7 +183,7 @@ std::optional<Result> TimeJob(const Build& build, const Job& job, const fs::path
     // file's write-back when it is deleted.
     fs::remove(dir / "saved.csv");
     const std::optional<Run> once = RunOnce(argv, build.environment, dir);
-    if (!once) {
+    if (!once || (build.qmhost && once->own < 0)) {
       std::fprintf(stderr, "%s, %s: the task failed\n", build.name, job.name);
       return std::nullopt;
     }
@@ -246,6 +254,7 @@ int main(int argc, char** argv) {
   std::string nativeHost = QMHOST_PATH;
   fs::path win64Host = QMHOST_WIN64_PATH;
   std::string wine = std::getenv("QMCSV_WINE") != nullptr ? std::getenv("QMCSV_WINE") : "wine";
+  fs::path peerModules;
   for (int i = 1; i < argc; ++i) {
     const bool hasValue = i + 1 < argc;
     if (Flag(argv[i], "--records") && hasValue) {
@@ -263,10 +272,12 @@ int main(int argc, char** argv) {
       win64Host = argv[++i];
     } else if (Flag(argv[i], "--wine") && hasValue) {
       wine = argv[++i];
+    } else if (Flag(argv[i], "--peers") && hasValue) {
+      peerModules = fs::absolute(argv[++i]);
     } else {
       std::fprintf(stderr,
                    "usage: actions_bench [--records N] [--runs N] [--large] [--native-only] [--native-host PATH] "
-                   "[--win64-host PATH] [--wine PROGRAM]\n");
+                   "[--win64-host PATH] [--wine PROGRAM] [--peers FOLDER]\n");
       return 2;
     }
   }
@@ -286,6 +297,19 @@ int main(int argc, char** argv) {
     builds.push_back({"win64",
                       {wine, win64Host.string()},
                       {"WINEPREFIX=" + prefix.string(), "WINEDEBUG=-all", "WINEDLLOVERRIDES=mscoree,mshtml="}});
+  }
+
+  // The peers installed in the folder given, each run by node.
+  std::vector<Build> peers;
+  if (!peerModules.empty()) {
+    const std::pair<const char*, const char*> known[] = {{"duckdb", "@duckdb/node-api"}, {"polars", "nodejs-polars"}};
+    for (const auto& [name, package] : known) {
+      if (fs::exists(peerModules / "node_modules" / package)) {
+        peers.push_back({name, {"node", QMCSV_PEERS_SCRIPT, peerModules.string(), name}, {}, false});
+      } else {
+        std::printf("peer %s: not installed in %s\n", name, peerModules.string().c_str());
+      }
+    }
   }
 
   const fs::path dir = fs::temp_directory_path() / ("qmcsv_actions_bench_" + std::to_string(records));
@@ -335,6 +359,15 @@ int main(int argc, char** argv) {
         std::printf("%s: the two builds saved different files\n", job.name);
         ++failures;
       }
+    }
+    for (const Build& peer : std::strcmp(job.name, "open_loop") == 0 || results.empty() ? std::vector<Build>{} : peers) {
+      const std::optional<Result> result = TimeJob(peer, job, dir, task, runs);
+      if (!result) {
+        ++failures;
+        continue;
+      }
+      std::printf("%s %s: %.3f s (best %.3f s, cpu %.3f s, peak %.0f MB; %.2fx native)\n", peer.name, job.name,
+                  result->wall, result->best, result->cpu, result->peakMb, result->wall / results[0].wall);
     }
     if (std::strcmp(job.name, "open_info") == 0) {
       for (size_t i = 0; i < results.size(); ++i) {
