@@ -43,27 +43,30 @@ struct Kernels {
     return m ? last + Ctz(m) / kBits : end;
   }
 
+  // The OR of every unit of [p, p + n), one by one.
+  template <typename Unit>
+  static Unit OrEach(const Unit* p, size_t n) {
+    Unit seen = 0;
+    for (size_t k = 0; k < n; ++k) seen |= p[k];
+    return seen;
+  }
+
+  // The OR of [p, p + n) a register at a time, n at least a register's
+  // worth; the last piece overlaps what was already seen.
+  template <typename Unit>
+  static Reg OrAll(const Unit* p, size_t n) {
+    constexpr size_t kPer = kBytes / sizeof(Unit);
+    Reg seen = V::Load(p + n - kPer);
+    for (size_t k = 0; k + kPer < n; k += kPer) seen = V::Or(seen, V::Load(p + k));
+    return seen;
+  }
+
   static bool IsAscii(const uint8_t* p, size_t n) {
-    if (n < kBytes) {
-      uint8_t seen = 0;
-      for (size_t k = 0; k < n; ++k) seen |= p[k];
-      return seen < 0x80;
-    }
-    // The last piece overlaps bytes already seen.
-    Reg seen = V::Load(p + n - kBytes);
-    for (size_t k = 0; k + kBytes < n; k += kBytes) seen = V::Or(seen, V::Load(p + k));
-    return V::Mask(seen) == 0;
+    return n < kBytes ? OrEach(p, n) < 0x80 : V::Mask(OrAll(p, n)) == 0;
   }
 
   static bool FitsLatin1(const char16_t* p, size_t n) {
-    if (n < kUnits) {
-      char16_t high = 0;
-      for (size_t k = 0; k < n; ++k) high |= p[k];
-      return high < 0x100;
-    }
-    Reg seen = V::Load(p + n - kUnits);
-    for (size_t k = 0; k + kUnits < n; k += kUnits) seen = V::Or(seen, V::Load(p + k));
-    return V::HighBytesZero(seen);
+    return n < kUnits ? OrEach(p, n) < 0x100 : V::HighBytesZero(OrAll(p, n));
   }
 
   static void WidenLatin1(const uint8_t* p, size_t n, char16_t* out) {
