@@ -25,7 +25,7 @@ class Regex {
   // in step with the cell (a lazy alpha.*?omega over one megabyte, a scan
   // with \d+-\d+!) stays far below it whatever the cell's length; runaway
   // backtracking, (a+)+$ on a long run of a's that ends in something else,
-  // outgrows any such bound within a fraction of a second and fails with
+  // outgrows any such bound (in about a second on a megabyte) and fails with
   // "match limit exceeded".
   static constexpr uint64_t kCellBase = 1'000'000;
   static constexpr uint64_t kVisitsPerUnit = 8;
