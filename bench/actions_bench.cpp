@@ -1,11 +1,19 @@
 // Whole tasks through the reference host on a generated orders file, for the
 // native build and for the Win64 build under Wine in one run: each figure is
-// the wall time of one `qmhost --quiet run` (start, load the plug-in, run the
-// task, stop), the median of a few runs, with its processor time and the
-// process's peak memory. Each job is then shown as the ratio Win64 / native.
+// the wall time of one `qmhost --quiet --time run` (start, load the plug-in,
+// run the task, stop), the median of a few runs, with its processor time, the
+// process's peak memory and the task's own time in the process (the sum of
+// the step times, "time in steps", qmhost prints: the plug-in's work without
+// the process's or Wine's start). Each job is then shown as the ratio Win64 / native, of the
+// whole task and of the time in process.
 //   actions_bench [--records N] [--runs N] [--large] [--native-only]
 //                 [--native-host PATH] [--win64-host PATH] [--wine PROGRAM]
+//                 [--peers FOLDER]
 //   --large       10,000,000 records, 3 runs (unless given)
+//   --peers       also time each job (but the loop) with DuckDB and Polars,
+//                 those of them installed in FOLDER by
+//                 `npm install @duckdb/node-api nodejs-polars` (bench/peers.mjs
+//                 says what each job does there); whole processes, all cores
 //   --native-host another native qmhost than this build's (say, a copy of
 //                 an earlier build, for figures before and after a change)
 //   --win64-host  the Win64 qmhost.exe (default: the win64 preset's build
@@ -78,9 +86,11 @@ struct Build {
   const char* name;
   std::vector<std::string> command;  // the program and its first arguments
   std::vector<std::string> environment;
+  bool qmhost = true;  // else a peer (peers.mjs), given the job's name
 };
 
 struct Result {
+  double own = 0;      // median seconds of the task's steps in the process (qmhost --time)
   double wall = 0;     // median seconds
   double best = 0;     // least seconds
   double cpu = 0;      // median user and system seconds of the process tree
@@ -99,10 +109,23 @@ struct Run {
   double wall;
   double cpu;
   double peakMb;
+  double own;
 };
 
-// Runs `argv` in `dir` with its output dropped; the resource figures are
-// those of the child and of the processes it waited for.
+// The sum of the step times qmhost --time printed into `output`: the task's
+// own time in the process, without the process's start (and Wine's) or the
+// plug-in's loading. Negative when there is none.
+double StepSeconds(const fs::path& output) {
+  std::ifstream in(output);
+  for (std::string line; std::getline(in, line);) {
+    double ms = 0;
+    if (std::sscanf(line.c_str(), "time in steps %lf ms", &ms) == 1) return ms / 1000.0;
+  }
+  return -1;
+}
+
+// Runs `argv` in `dir` with its output into `dir`/run_output.txt; the resource
+// figures are those of the child and of the processes it waited for.
 std::optional<Run> RunOnce(const std::vector<std::string>& argv, const std::vector<std::string>& environment,
                            const fs::path& dir) {
   std::vector<char*> args;
@@ -113,8 +136,8 @@ std::optional<Run> RunOnce(const std::vector<std::string>& argv, const std::vect
   if (child < 0) return std::nullopt;
   if (child == 0) {
     for (const std::string& setting : environment) putenv(const_cast<char*>(setting.c_str()));
-    const int null = open("/dev/null", O_WRONLY);
-    if (null < 0 || dup2(null, STDOUT_FILENO) < 0 || chdir(dir.c_str()) != 0) _exit(127);
+    const int output = open((dir / "run_output.txt").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+    if (output < 0 || dup2(output, STDOUT_FILENO) < 0 || chdir(dir.c_str()) != 0) _exit(127);
     execvp(args[0], args.data());
     _exit(127);
   }
@@ -123,7 +146,8 @@ std::optional<Run> RunOnce(const std::vector<std::string>& argv, const std::vect
   if (wait4(child, &status, 0, &usage) != child) return std::nullopt;
   const double wall = std::chrono::duration<double>(Clock::now() - start).count();
   if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) return std::nullopt;
-  return Run{wall, Seconds(usage.ru_utime) + Seconds(usage.ru_stime), static_cast<double>(usage.ru_maxrss) / 1024.0};
+  return Run{wall, Seconds(usage.ru_utime) + Seconds(usage.ru_stime), static_cast<double>(usage.ru_maxrss) / 1024.0,
+             StepSeconds(dir / "run_output.txt")};
 }
 
 // FNV-1a over the file's bytes, as hex.
@@ -144,8 +168,12 @@ std::string HashFile(const fs::path& path) {
 std::optional<Result> TimeJob(const Build& build, const Job& job, const fs::path& dir, const fs::path& task,
                               int runs) {
   std::vector<std::string> argv = build.command;
-  argv.insert(argv.end(), {"--quiet", "run", task.string()});
-  std::vector<double> walls, cpus;
+  if (build.qmhost) {
+    argv.insert(argv.end(), {"--quiet", "--time", "run", task.string()});
+  } else {
+    argv.push_back(job.name);
+  }
+  std::vector<double> walls, cpus, owns;
   Result result;
   // One untimed run first: it brings the program and the file into the page
   // cache and, under Wine, starts the prefix's server for the timed runs.
@@ -155,18 +183,20 @@ std::optional<Result> TimeJob(const Build& build, const Job& job, const fs::path
     // file's write-back when it is deleted.
     fs::remove(dir / "saved.csv");
     const std::optional<Run> once = RunOnce(argv, build.environment, dir);
-    if (!once) {
+    if (!once || (build.qmhost && once->own < 0)) {
       std::fprintf(stderr, "%s, %s: the task failed\n", build.name, job.name);
       return std::nullopt;
     }
     if (run < 0) continue;
     walls.push_back(once->wall);
     cpus.push_back(once->cpu);
+    owns.push_back(once->own);
     result.peakMb = std::max(result.peakMb, once->peakMb);
   }
   result.wall = Median(walls);
   result.best = *std::min_element(walls.begin(), walls.end());
   result.cpu = Median(cpus);
+  result.own = Median(owns);
   if (job.save) result.hash = HashFile(dir / "saved.csv");
   fs::remove(dir / "saved.csv");
   return result;
@@ -224,6 +254,7 @@ int main(int argc, char** argv) {
   std::string nativeHost = QMHOST_PATH;
   fs::path win64Host = QMHOST_WIN64_PATH;
   std::string wine = std::getenv("QMCSV_WINE") != nullptr ? std::getenv("QMCSV_WINE") : "wine";
+  fs::path peerModules;
   for (int i = 1; i < argc; ++i) {
     const bool hasValue = i + 1 < argc;
     if (Flag(argv[i], "--records") && hasValue) {
@@ -241,10 +272,12 @@ int main(int argc, char** argv) {
       win64Host = argv[++i];
     } else if (Flag(argv[i], "--wine") && hasValue) {
       wine = argv[++i];
+    } else if (Flag(argv[i], "--peers") && hasValue) {
+      peerModules = fs::absolute(argv[++i]);
     } else {
       std::fprintf(stderr,
                    "usage: actions_bench [--records N] [--runs N] [--large] [--native-only] [--native-host PATH] "
-                   "[--win64-host PATH] [--wine PROGRAM]\n");
+                   "[--win64-host PATH] [--wine PROGRAM] [--peers FOLDER]\n");
       return 2;
     }
   }
@@ -264,6 +297,19 @@ int main(int argc, char** argv) {
     builds.push_back({"win64",
                       {wine, win64Host.string()},
                       {"WINEPREFIX=" + prefix.string(), "WINEDEBUG=-all", "WINEDLLOVERRIDES=mscoree,mshtml="}});
+  }
+
+  // The peers installed in the folder given, each run by node.
+  std::vector<Build> peers;
+  if (!peerModules.empty()) {
+    const std::pair<const char*, const char*> known[] = {{"duckdb", "@duckdb/node-api"}, {"polars", "nodejs-polars"}};
+    for (const auto& [name, package] : known) {
+      if (fs::exists(peerModules / "node_modules" / package)) {
+        peers.push_back({name, {"node", QMCSV_PEERS_SCRIPT, peerModules.string(), name}, {}, false});
+      } else {
+        std::printf("peer %s: not installed in %s\n", name, peerModules.string().c_str());
+      }
+    }
   }
 
   const fs::path dir = fs::temp_directory_path() / ("qmcsv_actions_bench_" + std::to_string(records));
@@ -301,17 +347,27 @@ int main(int argc, char** argv) {
         break;
       }
       results.push_back(*result);
-      std::printf("%s %s: %.3f s (best %.3f s, cpu %.3f s, peak %.0f MB)\n", build.name, job.name, result->wall,
-                  result->best, result->cpu, result->peakMb);
+      std::printf("%s %s: %.3f s (best %.3f s, cpu %.3f s, peak %.0f MB; in process %.3f s)\n", build.name, job.name,
+                  result->wall, result->best, result->cpu, result->peakMb, result->own);
       if (job.save) std::printf("%s %s_output: %s\n", build.name, job.name, result->hash.c_str());
     }
     if (results.size() == 2) {
-      std::printf("ratio %s: %.2fx (without the empty task: %.2fx)\n", job.name, results[1].wall / results[0].wall,
-                  (results[1].wall - empty[1].wall) / (results[0].wall - empty[0].wall));
+      std::printf("ratio %s: %.2fx (without the empty task: %.2fx; in process: %.2fx)\n", job.name,
+                  results[1].wall / results[0].wall, (results[1].wall - empty[1].wall) / (results[0].wall - empty[0].wall),
+                  results[1].own / results[0].own);
       if (job.save && results[0].hash != results[1].hash) {
         std::printf("%s: the two builds saved different files\n", job.name);
         ++failures;
       }
+    }
+    for (const Build& peer : std::strcmp(job.name, "open_loop") == 0 || results.empty() ? std::vector<Build>{} : peers) {
+      const std::optional<Result> result = TimeJob(peer, job, dir, task, runs);
+      if (!result) {
+        ++failures;
+        continue;
+      }
+      std::printf("%s %s: %.3f s (best %.3f s, cpu %.3f s, peak %.0f MB; %.2fx native)\n", peer.name, job.name,
+                  result->wall, result->best, result->cpu, result->peakMb, result->wall / results[0].wall);
     }
     if (std::strcmp(job.name, "open_info") == 0) {
       for (size_t i = 0; i < results.size(); ++i) {

@@ -68,21 +68,4 @@ inline void WidenLatin1(const uint8_t* p, size_t n, char16_t* out) noexcept {
   for (size_t k = 0; k < n; ++k) out[k] = p[k];
 }
 
-// Whether every byte of [p, p + n) lies below 0x80.
-inline bool IsAscii(const uint8_t* p, size_t n) noexcept {
-  size_t k = 0;
-#if defined(__SSE2__)
-  if (n >= 16) {
-    __m128i seen = _mm_setzero_si128();
-    for (; k + 16 <= n; k += 16) seen = _mm_or_si128(seen, _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + k)));
-    // The last piece overlaps bytes already seen.
-    seen = _mm_or_si128(seen, _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + n - 16)));
-    return _mm_movemask_epi8(seen) == 0;
-  }
-#endif
-  uint8_t seen = 0;
-  for (; k < n; ++k) seen |= p[k];
-  return seen < 0x80;
-}
-
 }  // namespace qm

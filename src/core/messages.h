@@ -20,11 +20,11 @@ inline constexpr std::u16string_view kUnknownError = u"Unknown error";
 inline constexpr std::u16string_view kRegexErrorAtOffset = u"%s at offset %d";
 // An error code the library has no text for.
 inline constexpr std::u16string_view kRegexUnknownError = u"Regular expression error %d";
-// A pattern that cannot be searched in a cell within its bounds (match limit,
-// depth, memory): the condition's column (from 1), its pattern, the library's
-// message.
+// A pattern that cannot be searched in a cell within its bounds (the cell's
+// work, depth, memory): the condition's column (from 1), its pattern, the row
+// (from 1, the header line not counted), the library's message.
 inline constexpr std::u16string_view kRegexConditionFailed =
-    u"Condition on column %d with regular expression \"%s\": %s";
+    u"Condition on column %d with regular expression \"%s\" failed on row %d: %s";
 
 // Table and action messages.
 inline constexpr std::u16string_view kTextEmpty = u"Text is empty or contains no data";

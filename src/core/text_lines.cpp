@@ -1,13 +1,13 @@
 #include "core/text_lines.h"
 
-#include "core/simd_scan.h"
+#include "core/simd_kernels.h"
 
 namespace qm {
 
 bool TextLineCursor::Next(std::u16string_view& line) {
   if (p_ >= end_) return false;
   const char16_t* start = p_;
-  const char16_t* q = simd::FindAny3(start, end_, u'\n', u'\r', 0);
+  const char16_t* q = simd::Active().findAny3Units(start, end_, u'\n', u'\r', 0);
   line = std::u16string_view(start, static_cast<size_t>(q - start));
   if (q == end_) {
     p_ = end_;

@@ -24,7 +24,7 @@ void TCSVLoopClass::AddFilter(std::u16string_view ACondParams) { FFilters.AddFil
 
 bool TCSVLoopClass::CheckFilters() {
   if (!FCSVobject) RaiseListIndexError(FCurrentRow);
-  return FFilters.CheckFilters(FCSVobject->Storage().GetDataRecord(FCurrentRow));
+  return FFilters.CheckFilters(FCSVobject->Storage().GetDataRecord(FCurrentRow), FCurrentRow);
 }
 
 bool TCSVLoopClass::InitLoop() {

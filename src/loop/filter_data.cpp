@@ -43,7 +43,7 @@ void FilterRows(TSimpleCSVDataClass& table, TRecordFilterList& filters, bool rev
   std::vector<bool> keep(static_cast<size_t>(count));
   int32_t row = count;
   try {
-    while (row-- > 0) keep[static_cast<size_t>(row)] = filters.CheckFilters(storage.GetDataRecord(row)) != reverse;
+    while (row-- > 0) keep[static_cast<size_t>(row)] = filters.CheckFilters(storage.GetDataRecord(row), row) != reverse;
   } catch (...) {
     // The walk down would have removed the rows after this one already.
     DropRows(table, row + 1, keep);

@@ -21,7 +21,7 @@ TCSVRecordFilter::TCSVRecordFilter(int32_t AColNum, std::u16string_view AExpress
 
 TCSVRecordFilter::~TCSVRecordFilter() = default;
 
-bool TCSVRecordFilter::Matched(const Record& ARow) {
+bool TCSVRecordFilter::Matched(const Record& ARow, int32_t ARowIndex) {
   if (FAsRegExp) {
     const std::u16string_view cell = ARow.At(FColumn).Wide(FWideCell);
     // A malformed pattern reports as it always has, with the library's words.
@@ -30,8 +30,8 @@ bool TCSVRecordFilter::Matched(const Record& ARow) {
       return FRegExObj->Search(cell);
     } catch (const ERegexError& e) {
       // Too much work for this cell: say which condition it was.
-      throw ERegexError(
-          Format(msg::kRegexConditionFailed, {IntToStr(int64_t{FColumn} + 1), FRegExObj->Pattern(), e.Message()}));
+      throw ERegexError(Format(msg::kRegexConditionFailed, {IntToStr(int64_t{FColumn} + 1), FRegExObj->Pattern(),
+                                                            IntToStr(int64_t{ARowIndex} + 1), e.Message()}));
     }
   }
   if (FSubstring.empty()) return true;
@@ -59,13 +59,13 @@ void TRecordFilterList::AddFilter(std::u16string_view ACondParams) {
   AddFilter(column, fields.expression, fields.caseSensitive, fields.regex);
 }
 
-bool TRecordFilterList::CheckFilters(const Record& ARow) {
+bool TRecordFilterList::CheckFilters(const Record& ARow, int32_t ARowIndex) {
   // No conditions: every row passes, in either mode.
   if (FFilterList.empty()) return true;
   // AND stops at the first condition that fails, OR at the first that passes;
   // the conditions after it are not evaluated and so cannot raise.
   for (const auto& filter : FFilterList) {
-    if (filter->Matched(ARow) == FOrFilterMode) return FOrFilterMode;
+    if (filter->Matched(ARow, ARowIndex) == FOrFilterMode) return FOrFilterMode;
   }
   return !FOrFilterMode;
 }

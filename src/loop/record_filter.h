@@ -33,8 +33,10 @@ class TCSVRecordFilter {
   // Whether the row's cell at the column contains the substring or matches the
   // pattern anywhere. A column outside the row raises the list's index error,
   // except for an empty substring, which passes every row without reading it.
-  // A malformed pattern or an exceeded match limit raises ERegexError.
-  bool Matched(const Record& ARow);
+  // A malformed pattern or an exceeded match limit raises ERegexError; the
+  // latter names the condition and the row, `ARowIndex` (zero-based), which
+  // serves nothing else.
+  bool Matched(const Record& ARow, int32_t ARowIndex);
 
   int32_t Column() const noexcept { return FColumn; }
   bool AsRegExp() const noexcept { return FAsRegExp; }
@@ -80,7 +82,8 @@ class TRecordFilterList {
   // Whether the row passes: every condition (AND) or at least one (OR),
   // evaluated in order up to the deciding one. No conditions: true. Errors of
   // an evaluated condition leave as they are.
-  bool CheckFilters(const Record& ARow);
+  // `ARowIndex`, the row's zero-based index, only names the row in an error.
+  bool CheckFilters(const Record& ARow, int32_t ARowIndex);
 
   // Removes every condition; the mode stays.
   void ClearFilters() noexcept;

@@ -3,6 +3,8 @@
 #define PCRE2_CODE_UNIT_WIDTH 16
 #include <pcre2.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <new>
 #include <utility>
 
@@ -84,19 +86,19 @@ void Regex::Compile() {
   // result 0 ("vector too small"), which still means a match.
   std::unique_ptr<pcre2_match_data, MatchDataDeleter> matchData(pcre2_match_data_create(1, nullptr));
   if (!context || !matchData) throw std::bad_alloc();
-  pcre2_set_match_limit(context.get(), kMatchLimit);
   pcre2_set_depth_limit(context.get(), kDepthLimit);
   pcre2_set_heap_limit(context.get(), kHeapLimitKiB);
 
   // The JIT is an optimisation only: when the library lacks it or refuses the
   // pattern, the interpreter gives the same answers, more slowly. It honours
   // the match limit too. Its default stack (32 KiB of machine stack) is small
-  // for patterns that backtrack deeply, so it gets a stack of its own.
+  // for patterns that backtrack deeply, so it gets a stack of its own, whose
+  // pages are only taken as the search reaches them.
   bool jit = false;
   std::unique_ptr<pcre2_jit_stack, JitStackDeleter> jitStack;
   if (allowJit_ && JitAvailable() && pcre2_jit_compile(code.get(), PCRE2_JIT_COMPLETE) == 0) {
     jit = true;
-    jitStack.reset(pcre2_jit_stack_create(32 * 1024, 1024 * 1024, nullptr));
+    jitStack.reset(pcre2_jit_stack_create(kJitStackStartBytes, kJitStackMaxBytes, nullptr));
     if (jitStack) pcre2_jit_stack_assign(context.get(), nullptr, jitStack.get());
   }
 
@@ -116,12 +118,25 @@ void Regex::CompileCounted() {
                                    CompileOptions(caseless_) | PCRE2_AUTO_CALLOUT, &errorCode, &errorOffset, nullptr));
   if (!countedCode_) RaiseLibraryError(errorCode);
   if (jit_) pcre2_jit_compile(countedCode_.get(), PCRE2_JIT_COMPLETE);
+  countedItems_ = 0;
+  pcre2_callout_enumerate(
+      countedCode_.get(),
+      [](pcre2_callout_enumerate_block*, void* items) {
+        ++*static_cast<uint32_t*>(items);
+        return 0;
+      },
+      &countedItems_);
+}
+
+uint64_t Regex::CellBudget(size_t units) const noexcept {
+  return kCellBase + kVisitsPerUnit * uint64_t{countedItems_} * units;
 }
 
 int Regex::MatchCounted(std::u16string_view subject, const char16_t* text) {
   CompileCounted();
-  uint64_t budget = kCellCallouts + kCalloutsPerUnit * subject.size();
-  pcre2_set_match_limit(matchContext_.get(), kMatchLimit);
+  uint64_t budget = CellBudget(subject.size());
+  // The callout decides; the library's own limit only stays out of its way.
+  pcre2_set_match_limit(matchContext_.get(), UINT32_MAX);
   pcre2_set_callout(matchContext_.get(), &CountWork, &budget);
   int rc = pcre2_match(countedCode_.get(), reinterpret_cast<PCRE2_SPTR>(text), subject.size(), 0, 0,
                        matchData_.get(), matchContext_.get());
@@ -139,10 +154,12 @@ bool Regex::Search(std::u16string_view subject) {
   // An empty view may carry no pointer; the library wants one even for length 0.
   static constexpr char16_t kEmpty[1] = {0};
   const char16_t* text = subject.data() ? subject.data() : kEmpty;
-  // The fast search: the cell's budget shared among its start positions, so
-  // that however many there are, the cell's work stays bounded.
-  const uint64_t share = kCellMatchBudget / (uint64_t{subject.size()} + 1);
-  pcre2_set_match_limit(matchContext_.get(), static_cast<uint32_t>(share < 1 ? 1 : share));
+  // The fast search: a budget that grows with the cell, shared among its
+  // start positions, so that however many there are, the cell's work stays
+  // bounded.
+  const uint64_t units = subject.size();
+  const uint64_t share = (kCellBase + kFastUnitsPerUnit * units) / (units + 1);
+  pcre2_set_match_limit(matchContext_.get(), static_cast<uint32_t>(std::min<uint64_t>(share, UINT32_MAX)));
   int rc = pcre2_match(code_.get(), reinterpret_cast<PCRE2_SPTR>(text), subject.size(), 0, 0, matchData_.get(),
                        matchContext_.get());
   // A start position that needs more than its share, or more stack than the

@@ -19,24 +19,35 @@ namespace qm {
 
 class Regex {
  public:
-  // Backtracking budget of one start position in a cell (the library counts
-  // per start position, in the interpreter and in the JIT alike). A pattern
-  // that needs more, such as (a+)+$ on a long run of a's that ends in
-  // something else, fails with "match limit exceeded".
-  static constexpr uint32_t kMatchLimit = 1'000'000;
-  // Nesting of backtracking points the interpreter may keep, and the heap (KiB)
-  // it may use for them.
+  // The work one cell may take, in items of the pattern reached (counted by a
+  // callout before each item): kCellBase, plus kVisitsPerUnit visits of every
+  // item of the pattern per code unit of the cell. A search whose work grows
+  // in step with the cell (a lazy alpha.*?omega over one megabyte, a scan
+  // with \d+-\d+!) stays far below it whatever the cell's length; runaway
+  // backtracking, (a+)+$ on a long run of a's that ends in something else,
+  // outgrows any such bound (in about a second on a megabyte) and fails with
+  // "match limit exceeded".
+  static constexpr uint64_t kCellBase = 1'000'000;
+  static constexpr uint64_t kVisitsPerUnit = 8;
+  // A first, uncounted search shares kCellBase + kFastUnitsPerUnit per code
+  // unit among the cell's start positions as the library's own match limit
+  // (which it counts per start position); a start position that needs more
+  // than its share sends the cell to the counted search, which decides.
+  static constexpr uint64_t kFastUnitsPerUnit = 16;
+  // The memory of one search. The JIT keeps every pending backtrack on a
+  // stack of its own, whose pages are taken as the search reaches them, up to
+  // kJitStackMaxBytes; a search that needs more is run again by the
+  // interpreter, which keeps them on the heap, in frames of about 160 bytes,
+  // up to kHeapLimitKiB (^(a|b)*$ over 100,000 a's needs about 200,000 of
+  // them); its depth limit lies beyond what that heap holds, so the heap is
+  // what binds. A search that needs more fails with "heap limit exceeded".
+  // The library doubles the frames' block as it grows, holding the old one
+  // while it copies, so one search takes at most kJitStackMaxBytes plus 1.5
+  // times kHeapLimitKiB beyond the cell and the pattern: 64 MiB.
+  static constexpr size_t kJitStackStartBytes = 32 * 1024;
+  static constexpr size_t kJitStackMaxBytes = 16 * 1024 * 1024;
+  static constexpr uint32_t kHeapLimitKiB = 32 * 1024;
   static constexpr uint32_t kDepthLimit = 1'000'000;
-  static constexpr uint32_t kHeapLimitKiB = 256 * 1024;
-  // The work one cell may take over all its start positions. A first search
-  // shares kCellMatchBudget among the cell's start positions; when one of them
-  // needs more, the search is repeated with a callout before every item of
-  // the pattern, which counts the work of the whole cell exactly and stops it
-  // at kCellCallouts plus kCalloutsPerUnit per code unit. Either way a cell
-  // takes well under 100 ms here unless it is megabytes long.
-  static constexpr uint32_t kCellMatchBudget = 1'000'000;
-  static constexpr uint64_t kCellCallouts = 1'000'000;
-  static constexpr uint64_t kCalloutsPerUnit = 16;
 
   // Keeps the pattern; nothing is compiled yet. `allowJit` false keeps the
   // pattern in the interpreter even where the JIT is available, the path a
@@ -58,8 +69,9 @@ class Regex {
   void Compile();
 
   // Whether the pattern matches anywhere in `subject` (compiling it first if
-  // need be). Any failure other than "no match", such as an exceeded match
-  // limit or cell budget, raises ERegexError with the library's message.
+  // need be). Any failure other than "no match", such as an exceeded cell
+  // budget ("match limit exceeded") or memory cap ("heap limit exceeded"),
+  // raises ERegexError with the library's message.
   bool Search(std::u16string_view subject);
 
   // Whether the library in use was built with JIT support.
@@ -83,11 +95,14 @@ class Regex {
   // needs its work counted.
   void CompileCounted();
   int MatchCounted(std::u16string_view subject, const char16_t* text);
+  // The cell's budget of the counted search.
+  uint64_t CellBudget(size_t units) const noexcept;
 
   std::u16string pattern_;
   bool caseless_;
   bool allowJit_;
   bool jit_ = false;
+  uint32_t countedItems_ = 0;  // callout points of countedCode_
   std::unique_ptr<pcre2_real_code_16, CodeDeleter> code_;
   std::unique_ptr<pcre2_real_code_16, CodeDeleter> countedCode_;
   std::unique_ptr<pcre2_real_match_data_16, MatchDataDeleter> matchData_;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "core/simd_scan.h"
+#include "core/simd_kernels.h"
 #include "platform/large_blocks.h"
 
 namespace qm {
@@ -145,7 +145,7 @@ size_t FileLines::FindCut(const char* bytes, size_t count) const {
 size_t FileLines::FindNul(const char* bytes, size_t count) const {
   if (unitBytes_ == 1) {
     const auto* begin = reinterpret_cast<const uint8_t*>(bytes);
-    const uint8_t* nul = simd::Find(begin, begin + count, 0);
+    const uint8_t* nul = simd::Active().findByte(begin, begin + count, 0);
     return nul != begin + count ? static_cast<size_t>(nul - begin) + 1 : 0;
   }
   // Pieces start at an even byte and are read in even counts but at the end.
@@ -158,7 +158,7 @@ size_t FileLines::FindNul(const char* bytes, size_t count) const {
 size_t FileLines::CountBreaks(const char* bytes, size_t count) const {
   size_t lf = 0;
   if (unitBytes_ == 1) {
-    lf = static_cast<size_t>(std::count(bytes, bytes + count, '\n'));
+    lf = simd::Active().countByte(reinterpret_cast<const uint8_t*>(bytes), count, '\n');
   } else {
     for (size_t k = 0; k + 1 < count; k += 2) lf += bytes[k] == '\n' && bytes[k + 1] == 0;
   }

@@ -1,7 +1,7 @@
 #include "table/csv_writer.h"
 
 #include "core/errors.h"
-#include "core/latin1.h"
+#include "core/simd_kernels.h"
 #include "core/messages.h"
 #include "platform/file_system.h"
 #include "table/line_scanner.h"
@@ -106,9 +106,10 @@ class ByteRender {
     if (encoding_ != TextEncoding::UTF8 && CanJoinAsBytes(record, format_, 0x100)) {
       auto* bytes = reinterpret_cast<uint8_t*>(out);
       const size_t count = static_cast<size_t>(EndLine(WriteJoinedBytes(record, format_, bytes)) - bytes);
-      if (IsAscii(bytes, count)) return count;
+      const simd::Kernels& k = simd::Active();
+      if (k.isAscii(bytes, count)) return count;
       char16_t* units = units_.Reserve(count);
-      WidenLatin1(bytes, count, units);
+      k.widenLatin1(bytes, count, units);
       return EncodeInto(encoding_, units, count, out);
     }
     char16_t* units = units_.Reserve(JoinedRecordMaxUnits(record) + 2);

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "core/copy_bytes.h"
+#include "core/simd_kernels.h"
 #include "core/simd_scan.h"
 #include "core/utf.h"
 #include "platform/large_blocks.h"
@@ -31,11 +32,20 @@ struct ReadBytesDrop {
 };
 
 // The first character that matters for quoting: the quote character, the
-// delimiter, a character 0 and, when not strict, codes 1 to 32.
-template <typename Unit>
-inline const Unit* FindQuoteTrigger(const Unit* text, const Unit* end, const TextFormat& f) {
-  return f.strict ? simd::FindAny3(text, end, 0, f.quote, f.delimiter)
-                  : simd::FindBlankOr2(text, end, f.quote, f.delimiter);
+// delimiter, a character 0 and, when not strict, codes 1 to 32. It looks over
+// a whole record's text at a time, where the widest kernels pay. In one-byte
+// text a quote or delimiter above 0xFF cannot occur: a byte 0 stands in for
+// it, which the search stops at anyway.
+inline const uint8_t* FindQuoteTrigger(const uint8_t* text, const uint8_t* end, const TextFormat& f) {
+  const simd::Kernels& k = simd::Active();
+  const uint8_t quote = simd::ByteOr0(f.quote), delimiter = simd::ByteOr0(f.delimiter);
+  return f.strict ? k.findAny3Bytes(text, end, 0, quote, delimiter)
+                  : k.findBlankOr2Bytes(text, end, quote, delimiter);
+}
+inline const char16_t* FindQuoteTrigger(const char16_t* text, const char16_t* end, const TextFormat& f) {
+  const simd::Kernels& k = simd::Active();
+  return f.strict ? k.findAny3Units(text, end, 0, f.quote, f.delimiter)
+                  : k.findBlankOr2Units(text, end, f.quote, f.delimiter);
 }
 
 }  // namespace
@@ -461,16 +471,20 @@ inline uint8_t* CopyUnits(const uint8_t* p, const uint8_t* end, uint8_t* out, co
 }
 
 // The same from one-byte text to UTF-8: a run of ASCII is copied sixteen
-// bytes a store, any other character becomes its two bytes.
+// bytes a store, any other character becomes its two bytes. No branch on the
+// character: both bytes of the two-byte form are stored for every one, the
+// lead byte replaced by the character itself below U+0080, and the output
+// moves on by one or two; the second byte stored for an ASCII character is
+// overwritten by what follows, and lies within the room a line is given
+// (two bytes a character).
 inline char8_t* ExpandLatin1(const uint8_t* p, size_t n, char8_t* out) {
   for (; n > 0; --n) {
-    const uint8_t c = *p++;
-    if (c < 0x80) {
-      *out++ = c;
-    } else {
-      *out++ = static_cast<char8_t>(0xC0 | (c >> 6));
-      *out++ = static_cast<char8_t>(0x80 | (c & 0x3F));
-    }
+    const uint32_t c = *p++;
+    const uint32_t wide = c >> 7;  // 1 from U+0080 on
+    const uint32_t lead = c ^ ((c ^ (0xC0 | (c >> 6))) & (0u - wide));
+    out[0] = static_cast<char8_t>(lead);
+    out[1] = static_cast<char8_t>(0x80 | (c & 0x3F));
+    out += 1 + wide;
   }
   return out;
 }

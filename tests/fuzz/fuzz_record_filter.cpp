@@ -53,7 +53,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   }
   for (const qm::Record& record : records) {
     try {
-      (void)list.CheckFilters(record);
+      (void)list.CheckFilters(record, 0);
     } catch (const qm::ERegexError&) {
     } catch (const qm::EListError&) {
     }

@@ -109,3 +109,6 @@ if(NOT code STREQUAL "6" OR NOT err MATCHES "the transcript could not be written
 endif()
 check(time_per_step 0 "\\[1\\] A_CSV_INFO\n.*  time [0-9.]+ ms\n.*time total [0-9.]+ ms\ntask finished" "^$"
       --time --var who=t run "${folder}/task.qmt")
+# With --quiet the task's print lines and the two sums remain.
+check(time_quiet 0 "^3 orders for t\ntime in steps [0-9.]+ ms\ntime total [0-9.]+ ms\n$" "^task finished\n$"
+      --quiet --time --var who=t run "${folder}/task.qmt")

@@ -32,7 +32,7 @@ std::vector<std::u16string> Rows(const TSimpleCSVDataClass& table) {
 // down and delete a failing row at once.
 void ReferenceFilter(TSimpleCSVDataClass& table, TRecordFilterList& filters, bool reverse) {
   for (int32_t row = table.RecordCount(); row-- > 0;) {
-    if ((filters.CheckFilters(*table.GetRow(row)) != reverse) == false) table.RemoveRow(row);
+    if ((filters.CheckFilters(*table.GetRow(row), row) != reverse) == false) table.RemoveRow(row);
   }
 }
 

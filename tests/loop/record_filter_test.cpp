@@ -59,7 +59,7 @@ TEST(RecordFilter, StoredLinesAgainstRows) {
     TRecordFilterList list;
     list.AddFilter(c.line);
     ASSERT_EQ(list.Count(), 1);
-    EXPECT_EQ(list.CheckFilters(Row(c.cells)), c.passes) << Narrow(c.line);
+    EXPECT_EQ(list.CheckFilters(Row(c.cells), 6), c.passes) << Narrow(c.line);
   }
 }
 
@@ -80,7 +80,7 @@ TEST(RecordFilter, Errors) {
       {u"5,,0,1", {u"a"}, "list: List index out of bounds (4)"},  // an empty pattern reads the cell
       {u"1,(abc,0,1", {u"abc"}, "regex: missing closing parenthesis at offset 4"},
       {u"1,(a+)+$,1,1", {u"aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa!"},
-       "regex: Condition on column 1 with regular expression \"(a+)+$\": match limit exceeded"},
+       "regex: Condition on column 1 with regular expression \"(a+)+$\" failed on row 7: match limit exceeded"},
   };
   for (const auto& c : cases) {
     TRecordFilterList list;
@@ -91,9 +91,9 @@ TEST(RecordFilter, Errors) {
       continue;
     }
     ASSERT_EQ(added, "") << Narrow(c.line);
-    EXPECT_EQ(Raised([&] { list.CheckFilters(Row(c.cells)); }), c.raised) << Narrow(c.line);
+    EXPECT_EQ(Raised([&] { list.CheckFilters(Row(c.cells), 6); }), c.raised) << Narrow(c.line);
     // The condition stays as it was: the next row raises alike.
-    EXPECT_EQ(Raised([&] { list.CheckFilters(Row(c.cells)); }), c.raised) << Narrow(c.line);
+    EXPECT_EQ(Raised([&] { list.CheckFilters(Row(c.cells), 6); }), c.raised) << Narrow(c.line);
   }
 }
 
@@ -123,7 +123,7 @@ TEST(RecordFilterList, CombinationAndEarlyStop) {
     list.SetOrFilterMode(c.orMode);
     for (auto line : c.lines) list.AddFilter(line);
     bool passes = false;
-    std::string result = Raised([&] { passes = list.CheckFilters(Row({c.cell})); });
+    std::string result = Raised([&] { passes = list.CheckFilters(Row({c.cell}), 0); });
     if (result.empty()) result = passes ? "pass" : "fail";
     EXPECT_EQ(result, c.result) << c.lines.size() << " conditions, or " << c.orMode << ", " << Narrow(c.cell);
   }

@@ -23,6 +23,15 @@ std::u16string Repeat(std::u16string_view unit, int times) {
   return text;
 }
 
+// Prose of about `units` code units that opens with "alpha " and holds no
+// other alpha and no omega, then `tail`.
+std::u16string Prose(size_t units, std::u16string_view tail) {
+  static constexpr std::u16string_view kWords[] = {u"lorem ", u"ipsum ", u"dolor ", u"sit ", u"amet, ", u"ome ga "};
+  std::u16string text = u"alpha ";
+  for (uint32_t i = 1; text.size() < units; i = i * 1103515245u + 12345u) text += kWords[(i >> 16) % 6];
+  return text += tail;
+}
+
 // "match", "no match", or the message of the error raised.
 std::u16string Outcome(Regex& regex, std::u16string_view subject) {
   try {
@@ -71,9 +80,19 @@ TEST_P(RegexEngines, Outcomes) {
       // A long cell that a sound pattern backtracks over, and one it scans.
       {u"a.*b", false, u"a" + std::u16string(500'000, u'x'), u"no match"},
       {u"\\d+-\\d+!", false, Repeat(u"12345-", 50'000), u"no match"},
-      // 200,000 pending backtracks outgrow the JIT's stack; the answer stays.
-      {u"^(a|b)*$", false, std::u16string(200'000, u'a'), u"match"},
-      {u"^(a|b)*$", false, std::u16string(200'000, u'a') + u"c", u"no match"},
+      // 100,000 pending backtracks: within the JIT's stack and the
+      // interpreter's heap alike; ten times as many are beyond both.
+      {u"^(a|b)*$", false, std::u16string(100'000, u'a'), u"match"},
+      {u"^(a|b)*$", false, std::u16string(100'000, u'a') + u"c", u"no match"},
+      {u"^(a|b)*$", false, std::u16string(1'000'000, u'a'), u"heap limit exceeded"},
+      // A lazy search from one start position across 120 KB and 1 MB cells:
+      // linear work, however long the cell.
+      {u"alpha.*?omega", false, Prose(120'000, u"omega"), u"match"},
+      {u"alpha.*?omega", false, Prose(120'000, u"end"), u"no match"},
+      {u"alpha.*?omega", true, Prose(1'000'000, u"OMEGA"), u"match"},
+      {u"alpha.*?omega", false, Prose(1'000'000, u"end"), u"no match"},
+      // Runaway backtracking on a megabyte stops too, its memory capped.
+      {u"(a+)+$", false, std::u16string(1'000'000, u'a') + u"b", u"match limit exceeded"},
   };
   for (const auto& c : cases) {
     Regex regex(std::u16string(c.pattern), c.caseless, GetParam());
