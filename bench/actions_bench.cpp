@@ -124,8 +124,9 @@ double StepSeconds(const fs::path& output) {
   return -1;
 }
 
-// Runs `argv` in `dir` with its output into `dir`/run_output.txt; the resource
-// figures are those of the child and of the processes it waited for.
+// Runs `argv` in `dir` with its output (stdout and stderr) into
+// `dir`/run_output.txt; the resource figures are those of the child and of
+// the processes it waited for.
 std::optional<Run> RunOnce(const std::vector<std::string>& argv, const std::vector<std::string>& environment,
                            const fs::path& dir) {
   std::vector<char*> args;
@@ -136,8 +137,11 @@ std::optional<Run> RunOnce(const std::vector<std::string>& argv, const std::vect
   if (child < 0) return std::nullopt;
   if (child == 0) {
     for (const std::string& setting : environment) putenv(const_cast<char*>(setting.c_str()));
+    // Both streams to the file: a quiet qmhost writes its outcome line to
+    // stderr, which would interleave with the figures.
     const int output = open((dir / "run_output.txt").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-    if (output < 0 || dup2(output, STDOUT_FILENO) < 0 || chdir(dir.c_str()) != 0) _exit(127);
+    if (output < 0 || dup2(output, STDOUT_FILENO) < 0 || dup2(output, STDERR_FILENO) < 0 || chdir(dir.c_str()) != 0)
+      _exit(127);
     execvp(args[0], args.data());
     _exit(127);
   }
