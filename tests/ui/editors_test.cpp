@@ -713,6 +713,39 @@ TEST_F(Editors, KeyboardReachesEveryPageAndControlInOrder) {
   }
 }
 
+// With a file source, each editor built on the source pages shows its third
+// page, "Source Format"; the shots of its pages go into the user guide.
+TEST_F(Editors, FileSourceShowsTheSourceFormatPage) {
+  const std::wstring writeCells = Wide(CellsEditor(true).Caption());
+  const struct {
+    int32_t index;
+    std::wstring caption;
+    std::string shot;
+  } cases[] = {
+      {kInformationIndex, L"CSV Get Data Information", "information_file"},
+      {kAddColumnIndex, L"CSV Add Column", "add_column_file"},
+      {kRemoveColumnsIndex, L"CSV Remove Columns", "remove_columns_file"},
+      {kMoveColumnIndex, L"CSV Move Column", "move_column_file"},
+      {kReadCellsIndex, L"CSV Read Cells", "read_cells_file"},
+      {kWriteCellsIndex, writeCells, "write_cells_file"},
+      {kRemoveDuplicatesIndex, L"CSV Remove Duplicates", "remove_duplicates_file"},
+  };
+  for (const auto& c : cases) {
+    test::DriveDialog([&] { Plugin().Configure(c.index, u"source=1\r\nfilename=orders.csv\r\n"); },
+                      [&] {
+                        HWND w = test::WaitForWindow(c.caption);
+                        ASSERT_TRUE(w);
+                        std::vector<std::wstring> captions = keyboard::TabCaptions(w);
+                        for (auto& caption : captions) std::erase(caption, L'&');
+                        ASSERT_EQ(captions.size(), 3u) << c.shot;
+                        EXPECT_EQ(captions[2], Wide(TableSourcePages::kPageCaptions[2])) << c.shot;
+                        ShootPages(w, c.shot + "_100", 3);
+                        test::Press(w, VK_ESCAPE);
+                        EXPECT_TRUE(test::WaitUntilClosed(w));
+                      });
+  }
+}
+
 // The "..." choosers of the source and target frames: a path typed into the
 // system's chooser lands in the file field (the save chooser adding the
 // extension), and Cancel leaves the field as it was.
