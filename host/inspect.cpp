@@ -266,8 +266,6 @@ bool IsLocalNumber(std::u16string_view cell) {
   return last >= 2 && grouped(last, u',');
 }
 
-std::string Narrow(std::u16string_view text) { return qm::Utf16ToUtf8(text); }
-
 }  // namespace
 
 int Inspect(const std::string& path) {
@@ -328,7 +326,7 @@ int Inspect(const std::string& path) {
     Print(std::string("delimiter: ") + delimiter->shown + ", " + std::to_string(fit.cells) + " cells in " +
           std::to_string(fit.matching) + " of " + std::to_string(records.rows.size()) + " records -> delimiter=" +
           std::to_string(delimiter->index) +
-          (delimiter->index == 4 ? " otherchar=" + Narrow(std::u16string(1, delimiter->c)) : ""));
+          (delimiter->index == 4 ? " otherchar=" + qm::Utf16ToUtf8(std::u16string(1, delimiter->c)) : ""));
   }
   const char16_t d = delimiter ? delimiter->c : u';';
   const bool quoted = std::any_of(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(std::min(lines.size(), kSampleLines)), [&](const std::u16string* line) {
@@ -366,7 +364,7 @@ int Inspect(const std::string& path) {
     header = numericBelow || !repeated;
   }
   std::string names;
-  for (const auto& cell : first) names += (names.empty() ? "" : ", ") + Narrow(cell);
+  for (const auto& cell : first) names += (names.empty() ? "" : ", ") + qm::Utf16ToUtf8(cell);
   Print(header ? "header: the first line holds field names (" + names + ") -> headerline=1"
                : "header: the first line is data -> headerline=0");
 
@@ -389,7 +387,7 @@ int Inspect(const std::string& path) {
   for (size_t column = 0; column < first.size(); ++column) {
     for (size_t r = header ? 1 : 0; r < rows.size(); ++r) {
       if (column < rows[r].size() && IsLocalNumber(rows[r][column])) {
-        warnings.push_back("column " + std::to_string(column + 1) + " holds numbers like \"" + Narrow(rows[r][column]) +
+        warnings.push_back("column " + std::to_string(column + 1) + " holds numbers like \"" + qm::Utf16ToUtf8(rows[r][column]) +
                            "\" (a decimal comma or thousands separators): a sort as numbers (sortmode=1) counts "
                            "them as 0");
         break;
@@ -416,7 +414,7 @@ int Inspect(const std::string& path) {
   Print("filename=" + path);
   Print("encoding=" + std::to_string(encoding.index));
   Print("delimiter=" + std::to_string(delimiter ? delimiter->index : 2));
-  if (delimiter && delimiter->index == 4) Print("otherchar=" + Narrow(std::u16string(1, delimiter->c)));
+  if (delimiter && delimiter->index == 4) Print("otherchar=" + qm::Utf16ToUtf8(std::u16string(1, delimiter->c)));
   Print(std::string("quotechar=") + (single ? "1" : "0"));
   Print(std::string("headerline=") + (header ? "1" : "0"));
   return 0;
