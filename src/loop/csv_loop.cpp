@@ -1,5 +1,7 @@
 #include "loop/csv_loop.h"
 
+#include <utility>
+
 #include "core/convert.h"
 #include "core/errors.h"
 #include "table/record.h"
@@ -9,14 +11,9 @@
 namespace qm {
 
 TCSVLoopClass::TCSVLoopClass(const QmTaskBridge& ATaskIntf, int32_t ATaskID, int32_t AStep)
-    : TBaseLoop(ATaskIntf, ATaskID, AStep) {
-  // Registered for its whole life: a slot's number is turned back into a loop
-  // only while the loop lives, and a loop left saved when its task stops is
-  // freed when the library unloads.
-  LiveObjects::Instance().Add(this);
-}
+    : TBaseLoop(ATaskIntf, ATaskID, AStep) {}
 
-TCSVLoopClass::~TCSVLoopClass() { LiveObjects::Instance().Remove(this); }
+TCSVLoopClass::~TCSVLoopClass() = default;
 
 Record* TCSVLoopClass::CurrentRow() const { return FCSVobject ? FCSVobject->GetRow(FCurrentRow) : nullptr; }
 
@@ -78,8 +75,19 @@ TCSVLoopClass* FindSavedCSVLoop(const QmTaskBridge& task, int32_t step) {
   return LiveObjects::Instance().Find<TCSVLoopClass>(number);
 }
 
-void SaveCSVLoop(const QmTaskBridge& task, int32_t step, const TCSVLoopClass* loop) {
-  task.SetPrivateVariable(SlotName(task.TaskId(), step).View(), UIntToStr(LiveObjects::NumberOf(loop)));
+TCSVLoopClass* SaveCSVLoop(const QmTaskBridge& task, int32_t step, std::unique_ptr<TCSVLoopClass> loop) {
+  // Kept for its whole life: a slot's number is turned back into a loop only
+  // while the loop lives, and a loop left saved when its task stops is freed
+  // when the library unloads.
+  TCSVLoopClass* saved = LiveObjects::Instance().Keep(std::move(loop));
+  task.SetPrivateVariable(SlotName(task.TaskId(), step).View(), UIntToStr(LiveObjects::NumberOf(saved)));
+  return saved;
+}
+
+std::unique_ptr<TCSVLoopClass> TakeSavedCSVLoop(const QmTaskBridge& task, int32_t step) {
+  TCSVLoopClass* loop = FindSavedCSVLoop(task, step);
+  task.SetPrivateVariable(SlotName(task.TaskId(), step).View(), u"0");
+  return LiveObjects::Instance().Take(loop);
 }
 
 }  // namespace qm

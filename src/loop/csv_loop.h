@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -70,7 +71,10 @@ std::u16string CSVLoopVariable(int32_t taskId, int32_t step);
 // identity in decimal; "0", an empty or absent slot, text that is not an
 // unsigned decimal number and a number that is no live loop all mean none.
 TCSVLoopClass* FindSavedCSVLoop(const QmTaskBridge& task, int32_t step);
-// Saves a loop in the step's slot; null clears the slot to "0".
-void SaveCSVLoop(const QmTaskBridge& task, int32_t step, const TCSVLoopClass* loop);
+// Saves a new loop in the step's slot and returns it. LiveObjects keeps it
+// until TakeSavedCSVLoop(), or the library's unload.
+TCSVLoopClass* SaveCSVLoop(const QmTaskBridge& task, int32_t step, std::unique_ptr<TCSVLoopClass> loop);
+// Clears the step's slot to "0" and hands its loop, if any, to the caller.
+std::unique_ptr<TCSVLoopClass> TakeSavedCSVLoop(const QmTaskBridge& task, int32_t step);
 
 }  // namespace qm

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 #include "task/obtain_table.h"
 #include "task/step_support.h"
@@ -82,8 +83,7 @@ TCSVLoopClass* StartLoop(QmTaskBridge& task, const TQMPluginParams& params) {
   loop->SetCSVobject(table);
   loop->SetOrFilterMode(params.GetBool(kConditionModeKey));
   ForEachStoredCondition(params, [&](std::u16string_view line) { loop->AddFilter(line); });
-  SaveCSVLoop(task, params.StepNum, loop.get());
-  return loop.release();
+  return SaveCSVLoop(task, params.StepNum, std::move(loop));
 }
 
 // A row's cells as UTF-16: a one-byte row is widened once, into `scratch`.
@@ -157,15 +157,12 @@ bool ExecDataLoop(QmTaskBridge& task, TQMPluginParams& params) {
   // The engine has already set the next step past the end-loop step; the
   // variables keep the last row's values.
   loop->StopLoop();
-  SaveCSVLoop(task, params.StepNum, nullptr);
-  delete loop;
+  TakeSavedCSVLoop(task, params.StepNum).reset();
   return true;
 }
 
 void StopDataLoop(const QmTaskBridge& task, const TQMPluginParams& params) {
-  TCSVLoopClass* loop = FindSavedCSVLoop(task, params.StepNum);
-  SaveCSVLoop(task, params.StepNum, nullptr);
-  delete loop;
+  TakeSavedCSVLoop(task, params.StepNum).reset();
 }
 
 }  // namespace qm

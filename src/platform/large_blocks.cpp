@@ -1,6 +1,6 @@
 #include "platform/large_blocks.h"
 
-#include <new>
+#include <memory>
 
 #include "platform/large_block_cache.h"
 #include "platform/system_blocks.h"
@@ -19,8 +19,9 @@ LargeBlockCache& Cache() {
   // objects are gone: the closer below empties it at unload instead. It
   // lives in the library's own storage, so nothing of it is left on the heap.
   alignas(LargeBlockCache) static unsigned char storage[sizeof(LargeBlockCache)];
-  static LargeBlockCache* cache =
-      new (storage) LargeBlockCache({&AllocateSystemBlock, &FreeSystemBlock}, kMaxKeptBytes, kMaxKeptBlocks);
+  static LargeBlockCache* cache = std::construct_at(reinterpret_cast<LargeBlockCache*>(storage),
+                                                    LargeBlockCache::System{&AllocateSystemBlock, &FreeSystemBlock},
+                                                    kMaxKeptBytes, kMaxKeptBlocks);
   return *cache;
 }
 

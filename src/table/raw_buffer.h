@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <memory>
 #include <type_traits>
 
 #include "platform/large_blocks.h"
@@ -45,7 +46,7 @@ class RawBuffer {
     if (bytes >= kLargeAbove) {
       FreeLargeBlock(data_, bytes);
     } else {
-      delete[] data_;
+      std::allocator<T>().deallocate(data_, capacity_);
     }
     data_ = nullptr;
     capacity_ = 0;
@@ -55,7 +56,7 @@ class RawBuffer {
  private:
   static T* Allocate(size_t capacity) {
     const size_t bytes = capacity * sizeof(T);
-    return bytes >= kLargeAbove ? static_cast<T*>(AllocateLargeBlock(bytes)) : new T[capacity];
+    return bytes >= kLargeAbove ? static_cast<T*>(AllocateLargeBlock(bytes)) : std::allocator<T>().allocate(capacity);
   }
   static constexpr size_t kLargeAbove = size_t{64} << 10;
   static constexpr size_t kDropAbove = size_t{4} << 20;

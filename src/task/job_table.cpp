@@ -1,6 +1,7 @@
 #include "task/job_table.h"
 
 #include <cstdint>
+#include <utility>
 
 #include "core/convert.h"
 #include "boundary/task_bridge.h"
@@ -19,19 +20,19 @@ TSimpleCSVDataClass* GetJobTable(const QmTaskBridge& task) {
   return LiveObjects::Instance().Find<TSimpleCSVDataClass>(number);
 }
 
-void SetJobTable(const QmTaskBridge& task, TSimpleCSVDataClass* table) {
+TSimpleCSVDataClass* AttachJobTable(const QmTaskBridge& task, std::unique_ptr<TSimpleCSVDataClass> table) {
   // From here on the registry vouches for the number, and frees the table at
   // unload if the task never gets to free it.
-  if (table) LiveObjects::Instance().Add(table);
-  task.SetPrivateVariable(kJobTableVariable, UIntToStr(LiveObjects::NumberOf(table)));
+  TSimpleCSVDataClass* attached = LiveObjects::Instance().Keep(std::move(table));
+  task.SetPrivateVariable(kJobTableVariable, UIntToStr(LiveObjects::NumberOf(attached)));
+  return attached;
 }
 
 void FreeJobTable(const QmTaskBridge& task) {
   TSimpleCSVDataClass* table = GetJobTable(task);
   if (!table) return;
-  SetJobTable(task, nullptr);
-  LiveObjects::Instance().Remove(table);
-  delete table;
+  task.SetPrivateVariable(kJobTableVariable, u"0");
+  LiveObjects::Instance().Take(table).reset();
 }
 
 }  // namespace qm

@@ -2,6 +2,8 @@
 // "$CSV_OBJECT$", which holds the table object's identity as decimal text.
 #pragma once
 
+#include <memory>
+
 namespace qm {
 
 class QmTaskBridge;
@@ -10,10 +12,9 @@ class TSimpleCSVDataClass;
 // The attached table, or null ("0", empty, absent, malformed, or a number that
 // names no live table: no table).
 TSimpleCSVDataClass* GetJobTable(const QmTaskBridge& task);
-// Attaches a table (null detaches, written as "0"). The plug-in owns it: an
-// attached table is registered with LiveObjects and freed at unload at the
-// latest.
-void SetJobTable(const QmTaskBridge& task, TSimpleCSVDataClass* table);
+// Attaches a table to a task that has none and returns it. LiveObjects keeps
+// it from here on: it is freed by the job stop, or at unload at the latest.
+TSimpleCSVDataClass* AttachJobTable(const QmTaskBridge& task, std::unique_ptr<TSimpleCSVDataClass> table);
 // The job-stop clean-up: detaches and destroys the table, if there is one.
 void FreeJobTable(const QmTaskBridge& task);
 

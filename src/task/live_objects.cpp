@@ -6,31 +6,35 @@ namespace qm {
 
 namespace {
 // Made at the first use (the data module's construction) and gone with
-// Release(), which the data module calls while the library unloads: a
-// static of its own would already be destroyed by then.
+// Release(), which the data module calls while the library unloads. A plain
+// pointer, not a std::unique_ptr: a static with a destructor of its own might
+// already be destroyed by then.
 LiveObjects* g_registry = nullptr;
 }  // namespace
 
 LiveObjects& LiveObjects::Instance() {
-  if (!g_registry) g_registry = new LiveObjects();
+  if (!g_registry) g_registry = std::make_unique<LiveObjects>().release();
   return *g_registry;
 }
 
 void LiveObjects::Release() {
-  if (!g_registry) return;
-  g_registry->DestroyAll();
-  delete g_registry;
-  g_registry = nullptr;
+  const std::unique_ptr<LiveObjects> registry(std::exchange(g_registry, nullptr));
+  if (registry) registry->DestroyAll();
 }
 
-void LiveObjects::AddErased(void* object, const std::type_info& kind, void (*destroy)(void*)) {
+void LiveObjects::AddErased(Owned object, const std::type_info& kind) {
+  const auto number = reinterpret_cast<uintptr_t>(object.get());
   std::lock_guard lock(mutex_);
-  objects_.try_emplace(reinterpret_cast<uintptr_t>(object), Entry{&kind, destroy});
+  objects_.try_emplace(number, Entry{&kind, std::move(object)});
 }
 
-void LiveObjects::Remove(const void* object) {
+LiveObjects::Owned LiveObjects::TakeErased(const void* object, const std::type_info& kind) {
   std::lock_guard lock(mutex_);
-  objects_.erase(reinterpret_cast<uintptr_t>(object));
+  const auto found = objects_.find(reinterpret_cast<uintptr_t>(object));
+  if (!object || found == objects_.end() || *found->second.kind != kind) return Owned(nullptr, nullptr);
+  Owned taken = std::move(found->second.object);
+  objects_.erase(found);
+  return taken;
 }
 
 void* LiveObjects::FindErased(uint64_t number, const std::type_info& kind) {
@@ -47,8 +51,8 @@ void LiveObjects::DestroyAll() {
     std::lock_guard lock(mutex_);
     objects.swap(objects_);
   }
-  // Outside the lock: a destructor may remove itself.
-  for (const auto& [address, entry] : objects) entry.destroy(reinterpret_cast<void*>(address));
+  // Outside the lock: a destructor may use the registry.
+  objects.clear();
 }
 
 }  // namespace qm

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <mutex>
 #include <typeinfo>
 #include <unordered_map>
@@ -21,14 +22,21 @@ class LiveObjects {
   // library's unload); a later Instance() starts afresh.
   static void Release();
 
-  // Registers an object the registry may destroy at unload (registering it
-  // again changes nothing). The kind is the exact type it is asked for as.
+  // Takes an object into the registry's keeping: it lives until Take() hands
+  // it back or the library unloads. The kind is the exact type it is asked
+  // for as. Returns the object, for the caller's use while it lives.
   template <typename T>
-  void Add(T* object) {
-    AddErased(object, typeid(T), [](void* p) { delete static_cast<T*>(p); });
+  T* Keep(std::unique_ptr<T> object) {
+    T* kept = object.get();
+    if (kept) AddErased(Owned(object.release(), [](void* p) { std::default_delete<T>()(static_cast<T*>(p)); }), typeid(T));
+    return kept;
   }
-  // Forgets an object without destroying it; an unknown one is ignored.
-  void Remove(const void* object);
+  // Hands a kept object back to its caller, who now owns it; null when
+  // `object` is not kept as a T (null, unknown or already taken).
+  template <typename T>
+  std::unique_ptr<T> Take(T* object) {
+    return std::unique_ptr<T>(static_cast<T*>(TakeErased(object, typeid(T)).release()));
+  }
   // The live object of kind T with this number, or null.
   template <typename T>
   T* Find(uint64_t number) {
@@ -41,11 +49,13 @@ class LiveObjects {
   static uint64_t NumberOf(const void* object) noexcept { return reinterpret_cast<uintptr_t>(object); }
 
  private:
+  using Owned = std::unique_ptr<void, void (*)(void*)>;
   struct Entry {
     const std::type_info* kind;
-    void (*destroy)(void*);
+    Owned object;
   };
-  void AddErased(void* object, const std::type_info& kind, void (*destroy)(void*));
+  void AddErased(Owned object, const std::type_info& kind);
+  Owned TakeErased(const void* object, const std::type_info& kind);
   void* FindErased(uint64_t number, const std::type_info& kind);
 
   std::mutex mutex_;  // tasks run on host threads of their own

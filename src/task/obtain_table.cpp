@@ -1,5 +1,7 @@
 #include "task/obtain_table.h"
 
+#include <memory>
+
 #include "core/messages.h"
 #include "table/simple_csv_object.h"
 #include "task/job_table.h"
@@ -22,8 +24,7 @@ bool ObtainJobTable(const QmTaskBridge& task, const TQMParamParser& params, TSim
       return false;
     }
     // Attached before it is loaded: it stays with the task even if the load fails.
-    t = new TSimpleCSVDataClass();
-    SetJobTable(task, t);
+    t = AttachJobTable(task, std::make_unique<TSimpleCSVDataClass>());
   }
   if (source.Source != CsvSource::PreviousAction && !LoadFromSource(*t, source, format)) {
     code = source.Source == CsvSource::File ? kObtainFileFailed : kObtainTextFailed;

@@ -3,6 +3,7 @@
 // and Remove Duplicates against a plain reference on many rows.
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <random>
 #include <set>
 #include <string>
@@ -43,8 +44,8 @@ std::vector<std::vector<std::u16string>> Rows(TSimpleCSVDataClass& table) {
 
 // A three-field table (records a;b;c, 1;2;3 and 4;5;6) whose second record
 // was cut to one cell by hand.
-TSimpleCSVDataClass* ShortRecordTable() {
-  auto* table = new TSimpleCSVDataClass();
+std::unique_ptr<TSimpleCSVDataClass> ShortRecordTable() {
+  auto table = std::make_unique<TSimpleCSVDataClass>();
   EXPECT_TRUE(table->LoadFromText(u"a;b;c\r\n1;2;3\r\n4;5;6\r\n"));
   table->GetRow(1)->Delete(2);
   table->GetRow(1)->Delete(1);
@@ -70,7 +71,7 @@ TEST(ActionRefusals, TableRefusalsAreReportedWithEachActionsCode) {
   for (const Case& c : cases) {
     FakeTask task;
     QmTaskBridge bridge = task.Bridge();
-    SetJobTable(bridge, ShortRecordTable());
+    AttachJobTable(bridge, ShortRecordTable());
     TQMPluginParams params(c.block);
     EXPECT_FALSE(c.execute(bridge, params)) << c.name;
     const std::string quoted = std::string("\"") + c.message + "\"";
@@ -83,8 +84,7 @@ TEST(ActionRefusals, TableRefusalsAreReportedWithEachActionsCode) {
 TEST(ActionRefusals, WorkDoneBeforeARefusalStays) {
   FakeTask task;
   QmTaskBridge bridge = task.Bridge();
-  TSimpleCSVDataClass* table = ShortRecordTable();
-  SetJobTable(bridge, table);
+  TSimpleCSVDataClass* table = AttachJobTable(bridge, ShortRecordTable());
   // The first record gets its new cell before the short one refuses.
   TQMPluginParams insert(u"totheend=0\r\nposition=3\r\ncolumnname=n\r\nfillmode=2\r\ncolumnvalue=x");
   EXPECT_FALSE(ExecAddColumn(bridge, insert));
@@ -134,7 +134,8 @@ TEST(RemoveDuplicates, MatchesAPlainReferenceOnManyRows) {
   std::mt19937 random(12345);
   for (const bool caseSensitive : {false, true}) {
     std::vector<std::vector<std::u16string>> rows;
-    auto* table = new TSimpleCSVDataClass();  // no fields: records keep their own lengths
+    auto owned = std::make_unique<TSimpleCSVDataClass>();  // no fields: records keep their own lengths
+    TSimpleCSVDataClass* table = owned.get();
     for (int i = 0; i < 6000; ++i) {
       std::vector<std::u16string> cells(1 + random() % 2);
       for (auto& cell : cells) cell = pieces[random() % std::size(pieces)];
@@ -148,7 +149,7 @@ TEST(RemoveDuplicates, MatchesAPlainReferenceOnManyRows) {
 
     FakeTask task;
     QmTaskBridge bridge = task.Bridge();
-    SetJobTable(bridge, table);
+    AttachJobTable(bridge, std::move(owned));
     TQMPluginParams params(caseSensitive ? u"casesensitive=1\r\nvarname= n " : u"varname=n");
     EXPECT_TRUE(ExecRemoveDuplicates(bridge, params));
     EXPECT_EQ(Rows(*table), expected) << "case sensitive " << caseSensitive;

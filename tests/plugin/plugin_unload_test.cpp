@@ -48,10 +48,9 @@ TEST(PluginUnload, FreesLoopsAndTablesTasksLeftBehind) {
   uint64_t loopNumber = 0;
   {
     const QmTaskBridge bridge = QmTaskBridge::Cast(&task);
-    loopNumber = LiveObjects::NumberOf(new TCSVLoopClass(bridge, 1, 0));
+    loopNumber = LiveObjects::NumberOf(LiveObjects::Instance().Keep(std::make_unique<TCSVLoopClass>(bridge, 1, 0)));
   }
-  auto* table = new TSimpleCSVDataClass();
-  LiveObjects::Instance().Add(table);
+  const TSimpleCSVDataClass* table = LiveObjects::Instance().Keep(std::make_unique<TSimpleCSVDataClass>());
   EXPECT_EQ(task.references, 1) << "the saved loop holds the task";
 
   // A module that was never initialised (a refused second one) frees nothing.

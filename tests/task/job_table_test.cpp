@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -24,8 +25,7 @@ constexpr std::u16string_view kSlot = u"$CSV_OBJECT$";
 TEST(JobTable, OnlyTheLiveTablesNumberNamesIt) {
   FakeTask task({atSimple});
   const QmTaskBridge bridge = task.Bridge();
-  auto* table = new TSimpleCSVDataClass();
-  SetJobTable(bridge, table);
+  TSimpleCSVDataClass* table = AttachJobTable(bridge, std::make_unique<TSimpleCSVDataClass>());
   const std::u16string live = task.privateVariables[std::u16string(kSlot)];
   EXPECT_EQ(live, UIntToStr(reinterpret_cast<uintptr_t>(table))) << "its address in decimal";
   EXPECT_EQ(GetJobTable(bridge), table);
@@ -33,13 +33,13 @@ TEST(JobTable, OnlyTheLiveTablesNumberNamesIt) {
   std::u16string freed;
   {
     FakeTask other({atSimple});
-    SetJobTable(other.Bridge(), new TSimpleCSVDataClass());
+    AttachJobTable(other.Bridge(), std::make_unique<TSimpleCSVDataClass>());
     freed = other.privateVariables[std::u16string(kSlot)];
   }  // its job stop freed the table
-  const TCSVLoopClass loop(bridge, 1, 0);
+  const TCSVLoopClass* loop = SaveCSVLoop(bridge, 1, std::make_unique<TCSVLoopClass>(bridge, 1, 0));
   const std::vector<std::u16string> values = {
       u"", u"0", u"12345", u"4096", u"18446744073709551615", u"-1", u"abc", u" " + live, live + u"0",
-      freed, UIntToStr(LiveObjects::NumberOf(&loop))};
+      freed, UIntToStr(LiveObjects::NumberOf(loop))};
   for (const std::u16string& value : values) {
     task.privateVariables[std::u16string(kSlot)] = value;
     EXPECT_EQ(GetJobTable(bridge), nullptr) << "value \"" << std::string(value.begin(), value.end()) << '"';
@@ -54,6 +54,12 @@ TEST(JobTable, OnlyTheLiveTablesNumberNamesIt) {
   task.privateVariables[std::u16string(kSlot)] = live;
   FreeJobTable(bridge);
   EXPECT_EQ(task.privateVariables[std::u16string(kSlot)], u"0");
+  EXPECT_EQ(LiveObjects::Instance().Find<TSimpleCSVDataClass>(LiveObjects::NumberOf(table)), nullptr) << "freed";
+
+  // A loop is handed back only from its own step's slot, and only once.
+  EXPECT_EQ(TakeSavedCSVLoop(bridge, 2), nullptr);
+  EXPECT_EQ(TakeSavedCSVLoop(bridge, 1).get(), loop);
+  EXPECT_EQ(TakeSavedCSVLoop(bridge, 1), nullptr);
 }
 
 }  // namespace
