@@ -31,7 +31,8 @@ void CaptionKeys::Assign(std::vector<std::wstring>& titles, const std::vector<Pl
   for (const auto& title : titles) dialog.pages.push_back(Utf16(title));
   for (const auto& placed : controls) {
     const bool tabStop = (GetWindowLongPtrW(placed.window, GWL_STYLE) & WS_TABSTOP) != 0;
-    dialog.controls.push_back({Utf16(ControlBuilder::TextOf(placed.window)), placed.page, RoleOf(placed.window), tabStop});
+    const std::u16string text = Utf16(ControlBuilder::TextOf(placed.window));
+    dialog.controls.push_back({text, placed.page, RoleOf(placed.window), tabStop});
   }
   pageKeys_ = AssignAccessKeys(dialog);
   for (size_t page = 0; page < titles.size(); ++page) titles[page] = Wide(dialog.pages[page]);

@@ -41,10 +41,10 @@ TEST(AccessKeys, GivesEachCaptionShownTogetherItsOwnKey) {
 }
 
 // A dialog of two pages: the tab captions and "{V}" avoid every key a caption
-// carries; on each page the buttons and the labels that name a tab stop get
-// keys of their own, while notes, group boxes and the labels of what the
-// keyboard cannot reach stay as they are; a label keyed anew gives up its old
-// key.
+// carries, and a key carried on every page is taken on each; on each page the
+// buttons and the labels that name a tab stop get keys of their own, while
+// notes, group boxes and the labels of what the keyboard cannot reach stay as
+// they are; a label keyed anew gives up its old key.
 TEST(AccessKeys, DialogCaptionsGetKeysByPage) {
   using R = CaptionRole;
   DialogCaptions dialog{
@@ -85,7 +85,8 @@ TEST(AccessKeys, DialogCaptionsGetKeysByPage) {
   EXPECT_EQ(keys, u"GSVZAAEC");
 
   // Without tabs the dialog is one page.
-  DialogCaptions single{{}, {{u"Name:", -1, R::Label, false}, {u"", -1, R::Other, true}, {u"{V}", -1, R::EveryPage, true}}};
+  DialogCaptions single{
+      {}, {{u"Name:", -1, R::Label, false}, {u"", -1, R::Other, true}, {u"{V}", -1, R::EveryPage, true}}};
   EXPECT_EQ(AssignAccessKeys(single), std::vector<std::u16string>{u"VN"});
   EXPECT_EQ(single.controls[0].text, u"&Name:");
   EXPECT_EQ(single.controls[2].text, u"{&V}");

@@ -58,7 +58,8 @@ HWND Labelled(HWND dialog, std::u16string_view label) {
 }
 
 int TabCount(HWND dialog) {
-  return static_cast<int>(SendMessageW(FindWindowExW(dialog, nullptr, WC_TABCONTROLW, nullptr), TCM_GETITEMCOUNT, 0, 0));
+  HWND tabs = FindWindowExW(dialog, nullptr, WC_TABCONTROLW, nullptr);
+  return static_cast<int>(SendMessageW(tabs, TCM_GETITEMCOUNT, 0, 0));
 }
 
 std::vector<std::wstring> TabCaptions(HWND dialog) {
