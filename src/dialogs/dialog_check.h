@@ -7,14 +7,11 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/beep.h"
+
 namespace qm {
 
 class TQMParamParser;
-
-// The beep a refused command sounds: a refused OK of a configuration dialog
-// the exclamation (warning) beep, list commands and the cell editor the
-// default beep.
-enum class Beep : uint8_t { Exclamation, Default };
 
 // A refused OK: the control at fault (the view switches to its tab page and
 // shows the message as a balloon at its centre; an empty message shows none)

@@ -88,7 +88,7 @@ class CellsDialog final : public SourcedDialog {
   }
   void Run(ListCommand command) {
     RunListCommand(
-        command, m_, list_, *this, [this](CellItemEditor& item) { return CellItemDialog(item, Scale()).RunModal(Handle()); },
+        command, m_, list_, [this](CellItemEditor& item) { return CellItemDialog(item, Scale()).RunModal(Handle()); },
         [this] { return Rows(); });
   }
 

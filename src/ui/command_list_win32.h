@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "dialogs/list_commands.h"
+#include "platform/beep.h"
 #include "ui/dialog_window_win32.h"
 
 namespace qm::ui {
@@ -59,11 +60,10 @@ class CommandList {
 // through `edit` (true when it closed with OK); the list then shows
 // `rows()` with the added, edited or next row selected.
 template <class Model, class Edit, class MakeRows>
-void RunListCommand(ListCommand command, Model& model, CommandList& list, DialogWindow& dialog, Edit&& edit,
-                    MakeRows&& rows) {
+void RunListCommand(ListCommand command, Model& model, CommandList& list, Edit&& edit, MakeRows&& rows) {
   const int selected = list.Selected();
   if (const auto beep = model.Refusal(command, selected)) {
-    dialog.Sound(*beep);
+    SoundBeep(*beep);
     return;
   }
   int select = selected;

@@ -53,7 +53,7 @@ void ConditionListView::ContextMenu(ConditionList& model, HWND control, POINT at
 void ConditionListView::Run(ConditionList& model, ListCommand command) {
   DialogWindow& d = *dialog_;
   RunListCommand(
-      command, model, list_, d, [&d](ConditionEditor& item) { return EditCondition(item, d.Handle(), d.Scale()); },
+      command, model, list_, [&d](ConditionEditor& item) { return EditCondition(item, d.Handle(), d.Scale()); },
       [&model] { return RowsOf(model); });
 }
 

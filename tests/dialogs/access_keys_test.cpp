@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "dialogs/access_keys.h"
+#include "dialogs/dialog_access_keys.h"
 
 namespace qm {
 namespace {
@@ -37,6 +38,58 @@ TEST(AccessKeys, GivesEachCaptionShownTogetherItsOwnKey) {
   }
   EXPECT_EQ(AccessKeys::KeyOf(u"a && b"), 0);
   EXPECT_EQ(AccessKeys::KeyOf(u"a && &b"), u'B');
+}
+
+// A dialog of two pages: the tab captions and "{V}" avoid every key a caption
+// carries, and a key carried on every page is taken on each; on each page the
+// buttons and the labels that name a tab stop get keys of their own, while
+// notes, group boxes and the labels of what the keyboard cannot reach stay as
+// they are; a label keyed anew gives up its old key.
+TEST(AccessKeys, DialogCaptionsGetKeysByPage) {
+  using R = CaptionRole;
+  DialogCaptions dialog{
+      {u"General", u"Source"},
+      {
+          {u"", -1, R::Other, true},  // the tab strip
+          {u"&Zoom", -1, R::Button, true},
+          {u"Column:", 0, R::Label, false},
+          {u"", 0, R::Other, true},
+          {u"Columns count from 1.", 0, R::Label, false},
+          {u"&Action:", 0, R::Label, false},
+          {u"", 0, R::Other, true},
+          {u"Case sensitive", 0, R::Button, true},
+          {u"Options", 0, R::Other, false},
+          {u"Count:", 0, R::Label, false},
+          {u"", 0, R::Other, false},
+          {u"Zone:", 1, R::Label, false},
+          {u"", 1, R::Other, true},
+          {u"OK", -1, R::DialogButton, true},
+          {u"Cancel", -1, R::DialogButton, true},
+          {u"{V}", -1, R::EveryPage, true},
+      }};
+  const auto pageKeys = AssignAccessKeys(dialog);
+  EXPECT_EQ(dialog.pages, (std::vector<std::u16string>{u"&General", u"&Source"}));
+  std::vector<std::u16string> texts;
+  for (const auto& control : dialog.controls) texts.push_back(control.text);
+  EXPECT_EQ(texts, (std::vector<std::u16string>{u"", u"&Zoom", u"&Column:", u"", u"Columns count from 1.", u"&Action:",
+                                                u"", u"Cas&e sensitive", u"Options", u"Count:", u"", u"Z&one:", u"",
+                                                u"OK", u"Cancel", u"{&V}"}));
+  ASSERT_EQ(pageKeys.size(), 2u);
+  EXPECT_EQ(pageKeys[0], u"GSVZACAE");
+  EXPECT_EQ(pageKeys[1], u"GSVZO");
+
+  std::u16string keys = pageKeys[0];
+  EXPECT_EQ(RekeyLabel(keys, u"&Column:", u"Pattern:"), u"&Pattern:");
+  EXPECT_EQ(keys, u"GSVZAAEP");
+  EXPECT_EQ(RekeyLabel(keys, u"&Pattern:", u"Column:"), u"&Column:");
+  EXPECT_EQ(keys, u"GSVZAAEC");
+
+  // Without tabs the dialog is one page.
+  DialogCaptions single{
+      {}, {{u"Name:", -1, R::Label, false}, {u"", -1, R::Other, true}, {u"{V}", -1, R::EveryPage, true}}};
+  EXPECT_EQ(AssignAccessKeys(single), std::vector<std::u16string>{u"VN"});
+  EXPECT_EQ(single.controls[0].text, u"&Name:");
+  EXPECT_EQ(single.controls[2].text, u"{&V}");
 }
 
 }  // namespace

@@ -8,6 +8,8 @@
 #include <cstdlib>
 #include <map>
 
+#include "beep_recorder_win32.h"
+
 namespace qm::test {
 
 namespace {
@@ -75,6 +77,7 @@ PluginUnderTest::PluginUnderTest() {
     ADD_FAILURE() << "qmcsv.dll did not load";
     return;
   }
+  if (!RecordBeeps(static_cast<HMODULE>(library_))) ADD_FAILURE() << "qmcsv.dll sounds no MessageBeep";
   auto entry = reinterpret_cast<TInitQMPlugin>(
       reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(library_), "InitQMPlugin")));
   info_ = entry ? entry(&app) : nullptr;
@@ -87,6 +90,7 @@ PluginUnderTest::~PluginUnderTest() {
 
 std::optional<std::u16string> PluginUnderTest::Configure(int32_t index, const std::u16string& block) {
   if (!info_ || !info_->ActionsInfo) return std::nullopt;
+  ForgetBeeps();
   // The step's block as the host keeps it: a block from its own allocator.
   void* memory = nullptr;
   const auto bytes = static_cast<int32_t>((block.size() + 1) * sizeof(char16_t));

@@ -1,6 +1,7 @@
 // qmcsv.dll loaded as the host loads it, with just enough of a host to open
 // the configuration editors: an allocator that checks every block's size, a
-// variable picker, and the catalogue's configure entry.
+// variable picker, and the catalogue's configure entry; the beeps the DLL
+// sounds are recorded.
 #pragma once
 
 #include <optional>
@@ -18,7 +19,8 @@ class PluginUnderTest {
   PluginUnderTest& operator=(const PluginUnderTest&) = delete;
 
   // Opens the editor of catalogue `index` on `block`: the block it returns
-  // (each line ending in CR LF), or nothing when the user cancelled.
+  // (each line ending in CR LF), or nothing when the user cancelled. The
+  // editor starts with no beep heard (test::LastBeep).
   std::optional<std::u16string> Configure(int32_t index, const std::u16string& block);
   // The text the variable picker answers with.
   static void SetPickedVariable(std::u16string text);

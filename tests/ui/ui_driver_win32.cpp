@@ -263,11 +263,6 @@ std::wstring BalloonText(HWND dialog) {
   return {};
 }
 
-int LastBeep(HWND dialog) {
-  const auto value = reinterpret_cast<intptr_t>(GetPropW(dialog, L"qmcsv.lastBeep"));
-  return value ? static_cast<int>(value - 1) : -1;
-}
-
 bool Screenshot(HWND window, const std::string& path) {
   RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
   Settle();

@@ -67,8 +67,6 @@ int ShownTab(HWND dialog);
 void SelectTab(HWND dialog, int index);
 // The text of the dialog's visible balloon hint; empty when none is shown.
 std::wstring BalloonText(HWND dialog);
-// The beep a refused OK sounded last: MB_ICONEXCLAMATION, MB_OK, or -1.
-int LastBeep(HWND dialog);
 
 // Saves what the screen shows of the window (and the popups over it) as a PNG.
 bool Screenshot(HWND window, const std::string& path);
