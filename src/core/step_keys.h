@@ -14,7 +14,8 @@
 //
 // index: None, or the kind of index that follows the name in the block
 // (Hex8, as line0000000A; Decimal, as row3). type: Integer, Text or Boolean,
-// as qmhost shows it. default: the value an absent (or empty) key reads as.
+// as qmhost shows it. default: the value an absent key reads as (an empty
+// integer or boolean too).
 // values: what the task check allows (Any, Boolean, Choice up to `last`,
 // Count from 0, Position from 1). flags: kPlain, or those of KeyFlag.
 // meaning: the text `qmhost keys` prints.
