@@ -1,37 +1,27 @@
 // The parameter keys each action reads, with their types, defaults and
 // meanings: what `qmhost keys` prints and what the task check compares a
-// step's lines with. Host built-ins are listed the same way.
+// step's lines with. The plug-in's actions and keys are its own declarations
+// (core/action_catalogue.h); the host built-ins are listed the same way.
 #pragma once
 
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "core/step_keys.h"
+
 namespace qmhost {
 
-// How a key's name is matched: as it stands, or as a prefix followed by an
-// index (8 hexadecimal digits, as "line0000000A", or decimal, as "row3").
-enum class KeyIndex { None, Hex8, Decimal };
-
-// What a key's value may be, as the task check tests it: any text, 0 or 1, a
-// choice index from 0 to `last`, a count from 0, or a number from 1.
-enum class Values { Any, Boolean, Choice, Count, Position };
-
-struct KeyInfo {
-  const char* name;
-  KeyIndex index;
-  const char* type;
-  const char* fallback;  // the value when the key is absent
-  const char* meaning;
-  Values values = Values::Any;
-  int last = 0;           // the highest choice index
-  bool expanded = false;  // {variables} in the value are expanded before it is read
-};
+// An action's key as the plug-in declares it (core/step_keys.h); the host
+// built-ins' keys are declared the same way.
+using qm::keys::KeyIndex;
+using qm::keys::StepKey;
+using qm::keys::Values;
 
 struct ActionKeys {
-  const char* id;
-  const char* summary;
-  std::vector<const KeyInfo*> keys;
+  std::string id;
+  std::string summary;
+  std::vector<const StepKey*> keys;
   bool builtin = false;  // a step qmhost runs itself
 };
 
@@ -43,12 +33,15 @@ const ActionKeys* FindActionKeys(std::string_view id);
 // the plug-in compares names).
 bool ReadsKey(const ActionKeys& action, std::string_view key);
 // The entry of the key an action reads under this name, or null.
-const KeyInfo* FindKey(const ActionKeys& action, std::string_view key);
+const StepKey* FindKey(const ActionKeys& action, std::string_view key);
 // Empty when the value (as the step holds it, or expanded) fits the key;
 // otherwise what is allowed, as "allowed are 0 and 1 (MEANING)". An empty
 // value always fits: it reads as the default.
-std::string ValueProblem(const KeyInfo& key, std::u16string_view value);
-// How a key is written in listings: "line" + "XXXXXXXX" for indexed keys.
-std::string KeyPattern(const KeyInfo& key);
+std::string ValueProblem(const StepKey& key, std::u16string_view value);
+// How a key is written in listings: the name, then XXXXXXXX or N for the
+// index of an indexed key.
+std::string KeyPattern(const StepKey& key);
+// The key's type as listings show it: integer, text or boolean.
+std::string_view TypeName(const StepKey& key);
 
 }  // namespace qmhost

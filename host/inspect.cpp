@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/step_keys.h"
 #include "core/utf.h"
 #include "file_bytes.h"
 #include "transcript.h"
@@ -15,6 +16,11 @@
 namespace qmhost {
 
 namespace {
+
+namespace keys = qm::keys;
+
+// KEY=VALUE, as a step holds it, with the key's declared name.
+std::string Assign(const keys::StepKey& key, const std::string& value) { return std::string(key.name8) + "=" + value; }
 
 // Enough lines to judge a file by, read in an instant however large it is.
 constexpr size_t kSampleBytes = 1 << 20;
@@ -292,14 +298,15 @@ int Inspect(const std::string& path) {
     return 0;
   }
   std::vector<std::string> warnings;
-  Print("encoding: " + encoding.what + " -> encoding=" + std::to_string(encoding.index));
+  Print("encoding: " + encoding.what + " -> " + Assign(keys::kEncoding, std::to_string(encoding.index)));
   if (encoding.bigEndian) {
     warnings.push_back("UTF-16 BE: no encoding of the plug-in reads it (3 is UTF-16 LE); save the file as UTF-16 LE "
-                       "or UTF-8 first (iconv -f UTF-16BE -t UTF-8), then use encoding=3 or encoding=2");
+                       "or UTF-8 first (iconv -f UTF-16BE -t UTF-8), then use " + Assign(keys::kEncoding, "3") + " or " +
+                       Assign(keys::kEncoding, "2"));
   }
   if (encoding.mark == 3) {
     warnings.push_back("a byte-order mark: read with encoding 0 or 5 it stays in the first cell as the characters "
-                       "\"\xC3\xAF\xC2\xBB\xC2\xBF\"; encoding=2 skips it");
+                       "\"\xC3\xAF\xC2\xBB\xC2\xBF\"; " + Assign(keys::kEncoding, "2") + " skips it");
   }
 
   // The delimiter and the quote character: the pair that gives most
@@ -321,12 +328,12 @@ int Inspect(const std::string& path) {
   }
   if (!delimiter) {
     records = ReadRecords(sample, u';', quote, kSampleLines);
-    Print("delimiter: none of ; , tab | : splits the lines: each line is one cell -> delimiter=2");
+    Print("delimiter: none of ; , tab | : splits the lines: each line is one cell -> " + Assign(keys::kDelimiter, "2"));
   } else {
     Print(std::string("delimiter: ") + delimiter->shown + ", " + std::to_string(fit.cells) + " cells in " +
-          std::to_string(fit.matching) + " of " + std::to_string(records.rows.size()) + " records -> delimiter=" +
-          std::to_string(delimiter->index) +
-          (delimiter->index == 4 ? " otherchar=" + qm::Utf16ToUtf8(std::u16string(1, delimiter->c)) : ""));
+          std::to_string(fit.matching) + " of " + std::to_string(records.rows.size()) + " records -> " +
+          Assign(keys::kDelimiter, std::to_string(delimiter->index)) +
+          (delimiter->index == 4 ? " " + Assign(keys::kOtherChar, qm::Utf16ToUtf8(std::u16string(1, delimiter->c))) : ""));
   }
   const char16_t d = delimiter ? delimiter->c : u';';
   const bool quoted = std::any_of(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(std::min(lines.size(), kSampleLines)), [&](const std::u16string* line) {
@@ -337,8 +344,8 @@ int Inspect(const std::string& path) {
   });
   const bool single = quote == u'\'';
   Print(std::string("quote character: ") +
-        (single ? "' (single quote) -> quotechar=1"
-                : quoted ? "\" (double quote) -> quotechar=0" : "none used; \" (double quote) -> quotechar=0"));
+        (single ? "' (single quote) -> " : quoted ? "\" (double quote) -> " : "none used; \" (double quote) -> ") +
+        Assign(keys::kQuoteChar, single ? "1" : "0"));
   const auto& rows = records.rows;
 
   // A header: the first line's cells are all text, not numbers and not
@@ -365,8 +372,9 @@ int Inspect(const std::string& path) {
   }
   std::string names;
   for (const auto& cell : first) names += (names.empty() ? "" : ", ") + qm::Utf16ToUtf8(cell);
-  Print(header ? "header: the first line holds field names (" + names + ") -> headerline=1"
-               : "header: the first line is data -> headerline=0");
+  Print((header ? "header: the first line holds field names (" + names + ") -> "
+                : std::string("header: the first line is data -> ")) +
+        Assign(keys::kHeaderLine, header ? "1" : "0"));
 
   std::vector<std::string> ends;
   if (cutLines.crlf) ends.push_back("CR LF");
@@ -388,8 +396,8 @@ int Inspect(const std::string& path) {
     for (size_t r = header ? 1 : 0; r < rows.size(); ++r) {
       if (column < rows[r].size() && IsLocalNumber(rows[r][column])) {
         warnings.push_back("column " + std::to_string(column + 1) + " holds numbers like \"" + qm::Utf16ToUtf8(rows[r][column]) +
-                           "\" (a decimal comma or thousands separators): a sort as numbers (sortmode=1) counts "
-                           "them as 0");
+                           "\" (a decimal comma or thousands separators): a sort as numbers (" +
+                           Assign(keys::kSortMode, "1") + ") counts them as 0");
         break;
       }
     }
@@ -410,13 +418,15 @@ int Inspect(const std::string& path) {
   Print("");
   if (encoding.bigEndian) Print("## for the file saved as UTF-16 LE (iconv -f UTF-16BE -t UTF-16LE)");
   Print("[A_CSV_OPEN]");
-  Print("source=1");
-  Print("filename=" + path);
-  Print("encoding=" + std::to_string(encoding.index));
-  Print("delimiter=" + std::to_string(delimiter ? delimiter->index : 2));
-  if (delimiter && delimiter->index == 4) Print("otherchar=" + qm::Utf16ToUtf8(std::u16string(1, delimiter->c)));
-  Print(std::string("quotechar=") + (single ? "1" : "0"));
-  Print(std::string("headerline=") + (header ? "1" : "0"));
+  Print(Assign(keys::kSource, "1"));
+  Print(Assign(keys::kFileName, path));
+  Print(Assign(keys::kEncoding, std::to_string(encoding.index)));
+  Print(Assign(keys::kDelimiter, std::to_string(delimiter ? delimiter->index : 2)));
+  if (delimiter && delimiter->index == 4) {
+    Print(Assign(keys::kOtherChar, qm::Utf16ToUtf8(std::u16string(1, delimiter->c))));
+  }
+  Print(Assign(keys::kQuoteChar, single ? "1" : "0"));
+  Print(Assign(keys::kHeaderLine, header ? "1" : "0"));
   return 0;
 }
 

@@ -181,11 +181,12 @@ int PrintKeys(const std::string& id) {
     PrintError("qmhost: no action " + id + (nearest.empty() ? "" : "; did you mean " + nearest + "?"));
     return kExitUsage;
   }
-  Print(std::string(action->id) + ": " + action->summary);
+  Print(action->id + ": " + action->summary);
   if (action->keys.empty()) Print("  (no keys)");
-  for (const KeyInfo* key : action->keys) {
-    const std::string fallback = *key->fallback ? key->fallback : "(empty)";
-    Print("  " + padded(KeyPattern(*key), 22) + padded(key->type, 7) + padded(fallback, 9) + key->meaning);
+  for (const StepKey* key : action->keys) {
+    const std::string fallback = key->fallback8.empty() ? "(empty)" : std::string(key->fallback8);
+    Print("  " + padded(KeyPattern(*key), 22) + padded(std::string(TypeName(*key)), 7) + padded(fallback, 9) +
+          std::string(key->meaning));
   }
   return kExitOk;
 }

@@ -49,17 +49,17 @@ std::vector<TaskProblem> ValueProblems(const TaskStep& step, bool lenient, const
     const std::u16string& line = step.lines[i];
     const size_t eq = line.find(u'=');
     const std::string name = qm::Utf16ToUtf8(line.substr(0, eq));
-    const KeyInfo* key = FindKey(*keys, name);
+    const StepKey* key = FindKey(*keys, name);
     if (!key) continue;
     const std::u16string value = line.substr(eq + 1);
-    const bool later = key->expanded && value.find(u'{') != std::u16string::npos;
+    const bool later = key->Expanded() && value.find(u'{') != std::u16string::npos;
     if (later != (expand != nullptr)) continue;
     const std::u16string read = later ? (*expand)(value) : value;
     std::string problem = ValueProblem(*key, read);
     if (problem.empty()) continue;
     std::string shown = name + "=" + qm::Utf16ToUtf8(value);
     if (later) shown += " (expanded: " + qm::Utf16ToUtf8(read) + ")";
-    if (!key->expanded && value.find(u'{') != std::u16string::npos) problem += "; variables are not expanded here";
+    if (!key->Expanded() && value.find(u'{') != std::u16string::npos) problem += "; variables are not expanded here";
     problems.push_back({step.lineNumbers[i], lenient, step.action + ": bad value " + shown + ": " + problem});
   }
   return problems;
@@ -109,7 +109,7 @@ void CheckTask(TaskFile& file, const std::vector<CatalogueEntry>& catalogue, boo
     const ActionKeys* keys = FindActionKeys(step.action);
     if (!keys) continue;  // an action this qmhost has no key list for
     std::vector<std::string> names;
-    for (const KeyInfo* key : keys->keys) names.push_back(key->name);
+    for (const StepKey* key : keys->keys) names.emplace_back(key->name8);
     for (size_t i = 0; i < step.lines.size(); ++i) {
       const std::string name = qm::Utf16ToUtf8(step.lines[i].substr(0, step.lines[i].find(u'=')));
       if (ReadsKey(*keys, name)) continue;

@@ -10,6 +10,7 @@
 
 #include "console.h"
 #include "action_keys.h"
+#include "core/step_keys.h"
 #include "core/utf.h"
 #include "file_bytes.h"
 #include "host.h"
@@ -243,28 +244,34 @@ bool TaskRunner::ShowTable(int32_t i, std::string& failure) {
     if (found != host.variables.end()) host.variables.erase(found);
     return value;
   };
+  namespace keys = qm::keys;
+  auto keyLine = [](std::u16string_view key, std::u16string_view value) {
+    return std::u16string(key) + u"=" + std::u16string(value) + u"\r\n";
+  };
+  const std::u16string table = kTableVariable;
   std::string error;
   if (!RunMuted("A_CSV_INFO",
-                std::u16string(u"source=0\r\nrecordcountvar=") + kTableVariable + u"rows\r\ncolcountvar=" +
-                    kTableVariable + u"columns\r\n",
+                keyLine(keys::kSource.name, u"0") + keyLine(keys::kRecordCountVar.name, table + u"rows") +
+                    keyLine(keys::kColCountVar.name, table + u"columns"),
                 i, error)) {
     failure = "no table to show: " + error;
     return false;
   }
-  const size_t records = Count(take(std::u16string(kTableVariable) + u"rows"));
-  const size_t columns = Count(take(std::u16string(kTableVariable) + u"columns"));
+  const size_t records = Count(take(table + u"rows"));
+  const size_t columns = Count(take(table + u"columns"));
   const size_t shown = std::min(limit, records);
-  std::u16string block = u"source=0\r\ncellcount=" + qm::Utf8ToUtf16(std::to_string(shown * columns)) + u"\r\n";
+  auto number = [](size_t n) { return qm::Utf8ToUtf16(std::to_string(n)); };
+  std::u16string block = keyLine(keys::kSource.name, u"0") + keyLine(keys::kCellCount.name, number(shown * columns));
   for (size_t cell = 0; cell < shown * columns; ++cell) {
-    const std::u16string n = qm::Utf8ToUtf16(std::to_string(cell));
-    block += u"row" + n + u"=" + qm::Utf8ToUtf16(std::to_string(cell / columns + 1)) + u"\r\ncol" + n + u"=" +
-             qm::Utf8ToUtf16(std::to_string(cell % columns + 1)) + u"\r\nval" + n + u"=" + kTableVariable + n +
-             u"\r\n";
+    const auto n = static_cast<int32_t>(cell);
+    block += keyLine(keys::IndexedName(keys::kRow, n), number(cell / columns + 1)) +
+             keyLine(keys::IndexedName(keys::kCol, n), number(cell % columns + 1)) +
+             keyLine(keys::IndexedName(keys::kVal, n), table + number(cell));
   }
   const bool read = RunMuted("A_CSV_READCELLS", block, i, error);
   std::vector<std::vector<std::u16string>> cells(shown, std::vector<std::u16string>(columns));
   for (size_t cell = 0; cell < shown * columns; ++cell) {
-    cells[cell / columns][cell % columns] = take(kTableVariable + qm::Utf8ToUtf16(std::to_string(cell)));
+    cells[cell / columns][cell % columns] = take(table + number(cell));
   }
   if (!read) {
     failure = "the table's cells could not be read: " + error;

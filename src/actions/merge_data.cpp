@@ -2,6 +2,7 @@
 
 #include "task/step_support.h"
 #include "core/messages.h"
+#include "core/step_keys.h"
 #include "boundary/plugin_params.h"
 #include "task/step_settings.h"
 #include "task/job_table.h"
@@ -47,7 +48,7 @@ bool ExecMergeData(QmTaskBridge& task, TQMPluginParams& params) {
 
   // Only the numbers of columns are compared; names are never matched.
   if (target->FieldCount() != added.FieldCount()) {
-    if (!params.GetBoolDef(u"ajustcolumns", false)) {
+    if (!params.GetBool(keys::kAjustColumns)) {
       ReportFailure(task, kColumnCountDiffers, msg::kColumnCountDiffers);
       return false;
     }

@@ -4,6 +4,7 @@
 #include "task/step_support.h"
 #include "core/convert.h"
 #include "core/messages.h"
+#include "core/step_keys.h"
 #include "boundary/plugin_params.h"
 #include "table/simple_csv_object.h"
 
@@ -22,8 +23,8 @@ bool ExecMoveColumn(QmTaskBridge& task, TQMPluginParams& params) {
   TSimpleCSVDataClass* table = ObtainTableOrReport(task, params);
   if (!table) return false;
   // A number that does not convert reads as 0 and fails the range check.
-  const int32_t from = StrToIntDef(ReadExpanded(params, u"frompos"), 0);
-  const int32_t to = StrToIntDef(ReadExpanded(params, u"topos"), 0);
+  const int32_t from = StrToIntDef(ReadExpanded(params, keys::kFromPos), 0);
+  const int32_t to = StrToIntDef(ReadExpanded(params, keys::kToPos), 0);
   if (from < 1 || from > table->FieldCount() || to < 1 || to > table->FieldCount()) {
     ReportFailure(task, kOutOfRange, msg::kColumnOutOfRange);
     return false;

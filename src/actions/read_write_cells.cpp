@@ -6,6 +6,7 @@
 #include "task/step_support.h"
 #include "core/convert.h"
 #include "core/messages.h"
+#include "core/step_keys.h"
 #include "boundary/host_services.h"
 #include "boundary/plugin_params.h"
 #include "table/simple_csv_object.h"
@@ -21,14 +22,13 @@ enum : uint32_t { kCellRefused = 4, kOutOfRange = 5 };
 bool ExecReadWriteCells(QmTaskBridge& task, TQMPluginParams& params, bool write) {
   TSimpleCSVDataClass* table = ObtainTableOrReport(task, params);
   if (!table) return false;
-  const int32_t count = params.GetIntegerDef(u"cellcount", 0);
+  const int32_t count = params.GetInteger(keys::kCellCount);
   for (int32_t n = 0; n < count; ++n) {
-    const std::u16string suffix = IntToStr(n);
     // A row or column that is not a number is the user's error and travels
     // to the host as it is.
-    const int32_t row = StrToInt(ReadExpanded(params, u"row" + suffix, u"0"));
-    const int32_t column = StrToInt(ReadExpanded(params, u"col" + suffix, u"0"));
-    const std::u16string value = ReadExpanded(params, u"val" + suffix);
+    const int32_t row = StrToInt(ReadExpanded(params, keys::kRow, n));
+    const int32_t column = StrToInt(ReadExpanded(params, keys::kCol, n));
+    const std::u16string value = ReadExpanded(params, keys::kVal, n);
     if (row < 1 || row > table->RecordCount()) {
       ReportFailure(task, kOutOfRange, msg::kRowOutOfRange);
       return false;

@@ -13,6 +13,7 @@
 #include "boundary/plugin_params.h"
 #include "boundary/task_bridge.h"
 #include "core/delimited_text.h"
+#include "core/step_keys.h"
 #include "table/simple_csv_object.h"
 
 namespace qm {
@@ -50,7 +51,7 @@ std::vector<ColumnItem> ColumnItems(std::u16string_view list) {
 bool ExecRemoveColumns(QmTaskBridge& task, TQMPluginParams& params) {
   TSimpleCSVDataClass* table = ObtainTableOrReport(task, params);
   if (!table) return false;
-  const std::vector<ColumnItem> items = ColumnItems(ReadExpanded(params, u"removecolumns"));
+  const std::vector<ColumnItem> items = ColumnItems(ReadExpanded(params, keys::kRemoveColumns));
   if (items.empty()) {
     ReportFailure(task, kListEmpty, msg::kListEmpty);
     return false;

@@ -6,6 +6,7 @@
 #include "task/obtain_table.h"
 #include "task/step_support.h"
 #include "core/convert.h"
+#include "core/step_keys.h"
 #include "boundary/host_services.h"
 #include "boundary/plugin_params.h"
 #include "table/duplicate_rows.h"
@@ -35,8 +36,8 @@ void RemoveMarkedRows(TSimpleCSVDataClass& table, const std::vector<bool>& marke
 bool ExecRemoveDuplicates(QmTaskBridge& task, TQMPluginParams& params) {
   TSimpleCSVDataClass* table = ObtainTableOrReport(task, params);
   if (!table) return false;
-  const bool caseSensitive = params.GetBoolDef(u"casesensitive", false);
-  const std::u16string varName(Trim(ReadExpanded(params, u"varname")));
+  const bool caseSensitive = params.GetBool(keys::kDuplicatesCaseSensitive);
+  const std::u16string varName(Trim(ReadExpanded(params, keys::kVarName)));
 
   int32_t deleted = 0;
   const std::vector<bool> duplicate = FindDuplicateRows(table->Storage().Records(), caseSensitive, deleted);

@@ -4,6 +4,7 @@
 #include "task/step_support.h"
 #include "core/convert.h"
 #include "core/messages.h"
+#include "core/step_keys.h"
 #include "boundary/plugin_params.h"
 #include "table/simple_csv_object.h"
 
@@ -19,10 +20,10 @@ bool ExecSortByColumn(QmTaskBridge& task, TQMPluginParams& params) {
   TSimpleCSVDataClass* table = ObtainTableOrReport(task, params);
   if (!table) return false;
   // A column that is not a number travels to the host as a conversion error.
-  const int32_t column = StrToInt(ReadExpanded(params, u"sortcolumn"));
-  const bool descending = params.GetBoolDef(u"sortdirection", false);
-  const bool numeric = params.GetBoolDef(u"sortmode", false);
-  const bool caseSensitive = params.GetBoolDef(u"casesensitive", false);
+  const int32_t column = StrToInt(ReadExpanded(params, keys::kSortColumn));
+  const bool descending = params.GetBool(keys::kSortDirection);
+  const bool numeric = params.GetBool(keys::kSortMode);
+  const bool caseSensitive = params.GetBool(keys::kSortCaseSensitive);
   if (column < 1 || column > table->FieldCount()) {
     ReportFailure(task, kOutOfRange, msg::kColumnOutOfRange);
     return false;

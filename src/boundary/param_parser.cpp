@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "core/convert.h"
+#include "core/step_keys.h"
 #include "core/text_lines.h"
 
 namespace qm {
@@ -188,6 +189,28 @@ void TQMParamParser::SetString(std::u16string_view name, std::u16string_view val
 }
 
 void TQMParamParser::SetInteger(std::u16string_view name, int32_t value) { SetString(name, IntToStr(value)); }
+
+std::u16string TQMParamParser::GetString(const keys::StepKey& key) const { return GetStringDef(key.name, key.fallback); }
+
+std::u16string TQMParamParser::GetString(const keys::StepKey& key, int32_t index) const {
+  return GetStringDef(keys::IndexedName(key, index), key.fallback);
+}
+
+int32_t TQMParamParser::GetInteger(const keys::StepKey& key) const {
+  return GetIntegerDef(key.name, key.IntegerFallback());
+}
+
+bool TQMParamParser::GetBool(const keys::StepKey& key) const { return GetBoolDef(key.name, key.BoolFallback()); }
+
+void TQMParamParser::SetString(const keys::StepKey& key, std::u16string_view value) { SetString(key.name, value); }
+
+void TQMParamParser::SetString(const keys::StepKey& key, int32_t index, std::u16string_view value) {
+  SetString(keys::IndexedName(key, index), value);
+}
+
+void TQMParamParser::SetInteger(const keys::StepKey& key, int32_t value) { SetInteger(key.name, value); }
+
+void TQMParamParser::SetBool(const keys::StepKey& key, bool value) { SetBool(key.name, value); }
 
 void TQMParamParser::SetStrings(std::u16string_view name, const std::vector<std::u16string>& items) {
   SetInteger(std::u16string(name) + u"_count", static_cast<int32_t>(items.size()));

@@ -13,6 +13,10 @@
 
 namespace qm {
 
+namespace keys {
+struct StepKey;
+}
+
 // A block read from the host's parameter record is read in place, without a
 // copy, until it is changed (or when it holds more than a few lines): the
 // record's block must outlive the parser, as it does during the host's call.
@@ -43,6 +47,13 @@ class TQMParamParser {
   int32_t GetIntegerDef(std::u16string_view name, int32_t fallback) const;
   bool GetBool(std::u16string_view name) const { return GetBoolDef(name, false); }
   bool GetBoolDef(std::u16string_view name, bool fallback) const;
+  // A declared key (core/step_keys.h) read with its declared default, as
+  // GetStringDef, GetIntegerDef and GetBoolDef read theirs; `index` names
+  // the entry of an indexed key.
+  std::u16string GetString(const keys::StepKey& key) const;
+  std::u16string GetString(const keys::StepKey& key, int32_t index) const;
+  int32_t GetInteger(const keys::StepKey& key) const;
+  bool GetBool(const keys::StepKey& key) const;
   // A list stored as name_count and name_0 .. name_<n-1>, joined by CR LF.
   std::u16string GetStrings(std::u16string_view name) const { return GetStringsDef(name, {}); }
   std::u16string GetStringsDef(std::u16string_view name, std::u16string_view fallback) const;
@@ -52,6 +63,10 @@ class TQMParamParser {
   void SetInteger(std::u16string_view name, int32_t value);
   void SetBool(std::u16string_view name, bool value) { SetString(name, value ? u"1" : u"0"); }
   void SetStrings(std::u16string_view name, const std::vector<std::u16string>& items);
+  void SetString(const keys::StepKey& key, std::u16string_view value);
+  void SetString(const keys::StepKey& key, int32_t index, std::u16string_view value);
+  void SetInteger(const keys::StepKey& key, int32_t value);
+  void SetBool(const keys::StepKey& key, bool value);
 
   // The indices below `count` for which the block holds the key keyOf(i),
   // ascending. Found from the block's names, so a count far beyond what the

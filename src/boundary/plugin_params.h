@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "boundary/param_parser.h"
+#include "core/step_keys.h"
 
 namespace qm {
 
@@ -26,7 +27,7 @@ class TProducedVariables {
   bool AddVarName(std::u16string_view name);
   // The names in sorted order as comma text.
   std::u16string GetVariables() const;
-  virtual std::u16string ParameterName() const { return u"_qm_variables_produced"; }
+  virtual std::u16string ParameterName() const { return std::u16string(keys::kVariablesProduced.name); }
   virtual ~TProducedVariables() = default;
 
  private:

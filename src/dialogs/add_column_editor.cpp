@@ -1,26 +1,27 @@
 #include "dialogs/add_column_editor.h"
 
 #include "boundary/param_parser.h"
+#include "core/step_keys.h"
 
 namespace qm {
 
 void AddColumnEditor::Load(const TQMParamParser& block) {
-  action = block.GetBoolDef(u"totheend", true) ? AddColumnAction::Append : AddColumnAction::Insert;
-  position = block.GetString(u"position");
-  name = block.GetStringDef(u"columnname", kDefaultName);
-  const int32_t f = block.GetIntegerDef(u"fillmode", 0);
+  action = block.GetBool(keys::kToTheEnd) ? AddColumnAction::Append : AddColumnAction::Insert;
+  position = block.GetString(keys::kPosition);
+  name = block.GetString(keys::kColumnName);
+  const int32_t f = block.GetInteger(keys::kFillMode);
   fill = f >= 0 && f < int32_t{kFillItems.size()} ? ColumnFill{f} : ColumnFill::Empty;
-  value = block.GetString(u"columnvalue");
+  value = block.GetString(keys::kColumnValue);
   pages.Load(block);
 }
 
 void AddColumnEditor::Save(TQMParamParser& block) const {
   block.Clear();
-  block.SetBool(u"totheend", action == AddColumnAction::Append);
-  block.SetString(u"position", position);
-  block.SetString(u"columnname", name);
-  block.SetInteger(u"fillmode", static_cast<int32_t>(fill));
-  block.SetString(u"columnvalue", value);
+  block.SetBool(keys::kToTheEnd, action == AddColumnAction::Append);
+  block.SetString(keys::kPosition, position);
+  block.SetString(keys::kColumnName, name);
+  block.SetInteger(keys::kFillMode, static_cast<int32_t>(fill));
+  block.SetString(keys::kColumnValue, value);
   pages.Save(block);
   WriteProducedVariables(block, {});
 }

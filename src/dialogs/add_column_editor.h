@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/step_keys.h"
 #include "dialogs/table_source_pages.h"
 
 namespace qm {
@@ -30,7 +31,7 @@ enum class AddColumnControl : uint8_t {
 class AddColumnEditor {
  public:
   static constexpr std::u16string_view kCaption = u"CSV Add Column";
-  static constexpr std::u16string_view kDefaultName = u"New field";
+  static constexpr std::u16string_view kDefaultName = keys::kColumnName.fallback;
   static constexpr std::array<std::u16string_view, 5> kLabels = {u"&Action:", u"Insert at (from 1):",
                                                                  u"Column name:", u"Fill mode: ", u"Column value:"};
   static constexpr std::array<std::u16string_view, 2> kActionItems = {u"Append column", u"Insert column"};

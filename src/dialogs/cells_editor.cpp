@@ -1,36 +1,29 @@
 #include "dialogs/cells_editor.h"
 
 #include "boundary/param_parser.h"
-#include "core/convert.h"
 #include "core/messages.h"
+#include "core/step_keys.h"
 
 namespace qm {
-namespace {
-
-std::u16string Key(std::u16string_view name, size_t index) {
-  return std::u16string(name) + IntToStr(static_cast<int64_t>(index));
-}
-
-}  // namespace
 
 void CellsEditor::Load(const TQMParamParser& block) {
   cells.clear();
-  const int32_t count = block.GetIntegerDef(u"cellcount", 0);
+  const int32_t count = block.GetInteger(keys::kCellCount);
   for (int32_t i = 0; i < count; ++i) {
-    const auto n = static_cast<size_t>(i);
-    cells.push_back({block.GetStringDef(Key(u"row", n), u"0"), block.GetStringDef(Key(u"col", n), u"0"),
-                     block.GetString(Key(u"val", n))});
+    cells.push_back(
+        {block.GetString(keys::kRow, i), block.GetString(keys::kCol, i), block.GetString(keys::kVal, i)});
   }
   pages.Load(block);
 }
 
 void CellsEditor::Save(TQMParamParser& block) const {
   block.Clear();
-  block.SetInteger(u"cellcount", static_cast<int32_t>(cells.size()));
+  block.SetInteger(keys::kCellCount, static_cast<int32_t>(cells.size()));
   for (size_t i = 0; i < cells.size(); ++i) {
-    block.SetString(Key(u"row", i), cells[i].row);
-    block.SetString(Key(u"col", i), cells[i].column);
-    block.SetString(Key(u"val", i), cells[i].value);
+    const auto n = static_cast<int32_t>(i);
+    block.SetString(keys::kRow, n, cells[i].row);
+    block.SetString(keys::kCol, n, cells[i].column);
+    block.SetString(keys::kVal, n, cells[i].value);
   }
   pages.Save(block);
   WriteProducedVariables(block, ProducedVariables());

@@ -1,21 +1,22 @@
 #include "dialogs/condition_list.h"
 
 #include "boundary/param_parser.h"
+#include "core/step_keys.h"
 
 namespace qm {
 
 void ConditionList::Load(const TQMParamParser& block) {
-  orMode = block.GetBool(kConditionModeKey);
+  orMode = block.GetBool(keys::kConditionMode);
   conditions.clear();
-  const int32_t count = block.GetIntegerDef(kConditionsCountKey, 0);
-  for (int32_t i = 0; i < count; ++i) conditions.push_back(SplitCondition(block.GetString(ConditionKey(i))));
+  const int32_t count = block.GetInteger(keys::kConditionsCount);
+  for (int32_t i = 0; i < count; ++i) conditions.push_back(SplitCondition(block.GetString(keys::kCondition, i)));
 }
 
 void ConditionList::Save(TQMParamParser& block) const {
-  block.SetBool(kConditionModeKey, orMode);
-  block.SetInteger(kConditionsCountKey, static_cast<int32_t>(conditions.size()));
+  block.SetBool(keys::kConditionMode, orMode);
+  block.SetInteger(keys::kConditionsCount, static_cast<int32_t>(conditions.size()));
   for (size_t i = 0; i < conditions.size(); ++i) {
-    block.SetString(ConditionKey(static_cast<int32_t>(i)), JoinCondition(conditions[i]));
+    block.SetString(keys::kCondition, static_cast<int32_t>(i), JoinCondition(conditions[i]));
   }
 }
 

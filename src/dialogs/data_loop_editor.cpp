@@ -2,22 +2,23 @@
 
 #include "boundary/param_parser.h"
 #include "core/messages.h"
+#include "core/step_keys.h"
 
 namespace qm {
 
 void DataLoopEditor::Load(const TQMParamParser& block) {
-  rowNumberVar = block.GetString(u"rowvarname");
-  rowVar = block.GetString(u"linevarname");
-  jsonFormat = block.GetBool(u"Format");
+  rowNumberVar = block.GetString(keys::kRowVarName);
+  rowVar = block.GetString(keys::kLineVarName);
+  jsonFormat = block.GetBool(keys::kRowFormat);
   conditions.Load(block);
   pages.Load(block);
 }
 
 void DataLoopEditor::Save(TQMParamParser& block) const {
   block.Clear();
-  block.SetString(u"rowvarname", rowNumberVar);
-  block.SetString(u"linevarname", rowVar);
-  block.SetBool(u"Format", jsonFormat);
+  block.SetString(keys::kRowVarName, rowNumberVar);
+  block.SetString(keys::kLineVarName, rowVar);
+  block.SetBool(keys::kRowFormat, jsonFormat);
   conditions.Save(block);
   pages.Save(block);
   WriteProducedVariables(block, ProducedVariables());

@@ -2,18 +2,19 @@
 
 #include "boundary/param_parser.h"
 #include "core/messages.h"
+#include "core/step_keys.h"
 
 namespace qm {
 
 void FilterDataEditor::Load(const TQMParamParser& block) {
-  deleteMatching = block.GetBool(u"reversemode");
+  deleteMatching = block.GetBool(keys::kReverseMode);
   conditions.Load(block);
   pages.Load(block);
 }
 
 void FilterDataEditor::Save(TQMParamParser& block) const {
   block.Clear();
-  block.SetBool(u"reversemode", deleteMatching);
+  block.SetBool(keys::kReverseMode, deleteMatching);
   conditions.Save(block);
   pages.Save(block);
 }

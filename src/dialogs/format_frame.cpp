@@ -2,24 +2,25 @@
 
 #include "boundary/param_parser.h"
 #include "core/messages.h"
+#include "core/step_keys.h"
 
 namespace qm {
 
 void FormatFrame::Load(const TQMParamParser& block) {
-  const int32_t d = block.GetIntegerDef(u"delimiter", 2);
+  const int32_t d = block.GetInteger(keys::kDelimiter);
   delimiter = d >= 0 && d < int32_t{kDelimiterItems.size()} ? DelimiterChoice{d} : DelimiterChoice::Semicolon;
-  otherChar = block.GetString(u"otherchar");
-  const int32_t q = block.GetIntegerDef(u"quotechar", 0);
+  otherChar = block.GetString(keys::kOtherChar);
+  const int32_t q = block.GetInteger(keys::kQuoteChar);
   quote = q >= 0 && q < int32_t{kQuoteItems.size()} ? QuoteChoice{q} : QuoteChoice::DoubleQuote;
-  strict = block.GetBoolDef(u"strictdelimiter", true);
+  strict = block.GetBool(keys::kStrictDelimiter);
   RefreshStates();
 }
 
 void FormatFrame::Save(TQMParamParser& block) const {
-  block.SetInteger(u"delimiter", static_cast<int32_t>(delimiter));
-  block.SetString(u"otherchar", otherChar);
-  block.SetInteger(u"quotechar", static_cast<int32_t>(quote));
-  block.SetBool(u"strictdelimiter", strict);
+  block.SetInteger(keys::kDelimiter, static_cast<int32_t>(delimiter));
+  block.SetString(keys::kOtherChar, otherChar);
+  block.SetInteger(keys::kQuoteChar, static_cast<int32_t>(quote));
+  block.SetBool(keys::kStrictDelimiter, strict);
 }
 
 void FormatFrame::SelectDelimiter(DelimiterChoice choice) {

@@ -1,19 +1,20 @@
 #include "dialogs/information_editor.h"
 
 #include "boundary/param_parser.h"
+#include "core/step_keys.h"
 
 namespace qm {
 
 void InformationEditor::Load(const TQMParamParser& block) {
-  recordCountVar = block.GetString(u"recordcountvar");
-  columnCountVar = block.GetString(u"colcountvar");
+  recordCountVar = block.GetString(keys::kRecordCountVar);
+  columnCountVar = block.GetString(keys::kColCountVar);
   pages.Load(block);
 }
 
 void InformationEditor::Save(TQMParamParser& block) const {
   block.Clear();
-  block.SetString(u"recordcountvar", recordCountVar);
-  block.SetString(u"colcountvar", columnCountVar);
+  block.SetString(keys::kRecordCountVar, recordCountVar);
+  block.SetString(keys::kColCountVar, columnCountVar);
   pages.Save(block);
   WriteProducedVariables(block, ProducedVariables());
 }

@@ -1,6 +1,7 @@
 #include "dialogs/merge_editor.h"
 
 #include "boundary/param_parser.h"
+#include "core/step_keys.h"
 
 namespace qm {
 
@@ -10,14 +11,14 @@ int32_t MergeEditor::PageOf(const Control& control) {
 }
 
 void MergeEditor::Load(const TQMParamParser& block) {
-  mismatch = block.GetBoolDef(u"ajustcolumns", false) ? ColumnMismatch::AdjustColumns : ColumnMismatch::RaiseError;
+  mismatch = block.GetBool(keys::kAjustColumns) ? ColumnMismatch::AdjustColumns : ColumnMismatch::RaiseError;
   source.Load(block);
   format.Load(block);
 }
 
 void MergeEditor::Save(TQMParamParser& block) const {
   block.Clear();
-  block.SetBool(u"ajustcolumns", mismatch == ColumnMismatch::AdjustColumns);
+  block.SetBool(keys::kAjustColumns, mismatch == ColumnMismatch::AdjustColumns);
   source.Save(block);
   format.Save(block);
   WriteProducedVariables(block, {});

@@ -2,19 +2,20 @@
 
 #include "boundary/param_parser.h"
 #include "core/messages.h"
+#include "core/step_keys.h"
 
 namespace qm {
 
 void MoveColumnEditor::Load(const TQMParamParser& block) {
-  from = block.GetString(u"frompos");
-  to = block.GetString(u"topos");
+  from = block.GetString(keys::kFromPos);
+  to = block.GetString(keys::kToPos);
   pages.Load(block);
 }
 
 void MoveColumnEditor::Save(TQMParamParser& block) const {
   block.Clear();
-  block.SetString(u"frompos", from);
-  block.SetString(u"topos", to);
+  block.SetString(keys::kFromPos, from);
+  block.SetString(keys::kToPos, to);
   pages.Save(block);
   WriteProducedVariables(block, {});
 }

@@ -2,17 +2,18 @@
 
 #include "boundary/param_parser.h"
 #include "core/messages.h"
+#include "core/step_keys.h"
 
 namespace qm {
 
 void RemoveColumnsEditor::Load(const TQMParamParser& block) {
-  columns = block.GetString(u"removecolumns");
+  columns = block.GetString(keys::kRemoveColumns);
   pages.Load(block);
 }
 
 void RemoveColumnsEditor::Save(TQMParamParser& block) const {
   block.Clear();
-  block.SetString(u"removecolumns", columns);
+  block.SetString(keys::kRemoveColumns, columns);
   pages.Save(block);
   WriteProducedVariables(block, {});
 }

@@ -2,23 +2,24 @@
 
 #include "boundary/param_parser.h"
 #include "core/messages.h"
+#include "core/step_keys.h"
 
 namespace qm {
 
 void SortEditor::Load(const TQMParamParser& block) {
-  column = block.GetString(u"sortcolumn");
-  direction = block.GetBoolDef(u"sortdirection", false) ? SortDirection::Descending : SortDirection::Ascending;
-  mode = block.GetBoolDef(u"sortmode", false) ? SortMode::Numbers : SortMode::Strings;
-  caseSensitive = block.GetBoolDef(u"casesensitive", false);
+  column = block.GetString(keys::kSortColumn);
+  direction = block.GetBool(keys::kSortDirection) ? SortDirection::Descending : SortDirection::Ascending;
+  mode = block.GetBool(keys::kSortMode) ? SortMode::Numbers : SortMode::Strings;
+  caseSensitive = block.GetBool(keys::kSortCaseSensitive);
   pages.Load(block);
 }
 
 void SortEditor::Save(TQMParamParser& block) const {
   block.Clear();
-  block.SetString(u"sortcolumn", column);
-  block.SetBool(u"sortdirection", direction == SortDirection::Descending);
-  block.SetBool(u"sortmode", mode == SortMode::Numbers);
-  block.SetBool(u"casesensitive", caseSensitive);
+  block.SetString(keys::kSortColumn, column);
+  block.SetBool(keys::kSortDirection, direction == SortDirection::Descending);
+  block.SetBool(keys::kSortMode, mode == SortMode::Numbers);
+  block.SetBool(keys::kSortCaseSensitive, caseSensitive);
   pages.Save(block);
   WriteProducedVariables(block, {});
 }

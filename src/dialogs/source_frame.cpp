@@ -4,8 +4,8 @@
 
 #include "boundary/param_parser.h"
 #include "core/messages.h"
+#include "core/step_keys.h"
 #include "core/text_lines.h"
-#include "task/step_settings.h"
 
 namespace qm {
 
@@ -25,35 +25,35 @@ void SourceFrame::SelectSource(int32_t index) {
 }
 
 void SourceFrame::Load(const TQMParamParser& block) {
-  SelectSource(block.GetIntegerDef(u"source", 0) - (openMode_ ? 1 : 0));
-  fileName = block.GetString(u"filename");
-  encoding = EncodingFromIndex(block.GetIntegerDef(u"encoding", 0));
-  skipFirst = std::clamp(block.GetIntegerDef(u"skipfirst", 0), kSkipFirstMin, kSkipFirstMax);
-  skipEmpty = block.GetBoolDef(u"skipempty", true);
-  skipComments = block.GetBoolDef(u"skipcomments", false);
-  commentChars = block.GetStringDef(u"commentchars", u"#");
+  SelectSource(block.GetInteger(keys::kSource) - (openMode_ ? 1 : 0));
+  fileName = block.GetString(keys::kFileName);
+  encoding = EncodingFromIndex(block.GetInteger(keys::kEncoding));
+  skipFirst = std::clamp(block.GetInteger(keys::kSkipFirst), kSkipFirstMin, kSkipFirstMax);
+  skipEmpty = block.GetBool(keys::kSkipEmpty);
+  skipComments = block.GetBool(keys::kSkipComments);
+  commentChars = block.GetString(keys::kCommentChars);
   if (IsBlank(commentChars)) {
     skipComments = false;
-    commentChars = u"#";
+    commentChars = keys::kCommentChars.fallback;
   }
-  headerLine = block.GetBoolDef(u"headerline", false);
+  headerLine = block.GetBool(keys::kHeaderLine);
   text.clear();
-  const int32_t lineCount = block.GetIntegerDef(u"linecount", 0);
-  for (int32_t i = 0; i < lineCount; ++i) text += block.GetString(SourceLineKey(i)) + u"\r\n";
+  const int32_t lineCount = block.GetInteger(keys::kLineCount);
+  for (int32_t i = 0; i < lineCount; ++i) text += block.GetString(keys::kLine, i) + u"\r\n";
 }
 
 void SourceFrame::Save(TQMParamParser& block) const {
-  block.SetInteger(u"source", static_cast<int32_t>(source));
-  block.SetString(u"filename", fileName);
-  block.SetInteger(u"encoding", static_cast<int32_t>(encoding));
-  block.SetInteger(u"skipfirst", skipFirst);
-  block.SetBool(u"skipempty", skipEmpty);
-  block.SetBool(u"skipcomments", skipComments);
-  block.SetString(u"commentchars", commentChars);
-  block.SetBool(u"headerline", headerLine);
+  block.SetInteger(keys::kSource, static_cast<int32_t>(source));
+  block.SetString(keys::kFileName, fileName);
+  block.SetInteger(keys::kEncoding, static_cast<int32_t>(encoding));
+  block.SetInteger(keys::kSkipFirst, skipFirst);
+  block.SetBool(keys::kSkipEmpty, skipEmpty);
+  block.SetBool(keys::kSkipComments, skipComments);
+  block.SetString(keys::kCommentChars, commentChars);
+  block.SetBool(keys::kHeaderLine, headerLine);
   const std::vector<std::u16string> lines = SplitLines(text);
-  block.SetInteger(u"linecount", static_cast<int32_t>(lines.size()));
-  for (size_t i = 0; i < lines.size(); ++i) block.SetString(SourceLineKey(static_cast<int32_t>(i)), lines[i]);
+  block.SetInteger(keys::kLineCount, static_cast<int32_t>(lines.size()));
+  for (size_t i = 0; i < lines.size(); ++i) block.SetString(keys::kLine, static_cast<int32_t>(i), lines[i]);
 }
 
 bool SourceFrame::IsVisible(SourceControl control) const {

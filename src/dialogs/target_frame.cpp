@@ -2,25 +2,26 @@
 
 #include "boundary/param_parser.h"
 #include "core/messages.h"
+#include "core/step_keys.h"
 
 namespace qm {
 
 void TargetFrame::Load(const TQMParamParser& block) {
-  saveToVariable = block.GetBoolDef(u"savetovariable", false);
-  variableName = block.GetString(u"savevariable");
-  saveToFile = block.GetBoolDef(u"savetofile", false);
-  fileName = block.GetString(u"targetfilename");
-  encoding = EncodingFromIndex(block.GetIntegerDef(u"targetencoding", 0));
-  keepFormat = block.GetBoolDef(u"notchangeformat", true);
+  saveToVariable = block.GetBool(keys::kSaveToVariable);
+  variableName = block.GetString(keys::kSaveVariable);
+  saveToFile = block.GetBool(keys::kSaveToFile);
+  fileName = block.GetString(keys::kTargetFileName);
+  encoding = EncodingFromIndex(block.GetInteger(keys::kTargetEncoding));
+  keepFormat = block.GetBool(keys::kNotChangeFormat);
 }
 
 void TargetFrame::Save(TQMParamParser& block) const {
-  block.SetBool(u"savetovariable", saveToVariable);
-  block.SetString(u"savevariable", variableName);
-  block.SetBool(u"savetofile", saveToFile);
-  block.SetString(u"targetfilename", fileName);
-  block.SetInteger(u"targetencoding", static_cast<int32_t>(encoding));
-  block.SetBool(u"notchangeformat", keepFormat);
+  block.SetBool(keys::kSaveToVariable, saveToVariable);
+  block.SetString(keys::kSaveVariable, variableName);
+  block.SetBool(keys::kSaveToFile, saveToFile);
+  block.SetString(keys::kTargetFileName, fileName);
+  block.SetInteger(keys::kTargetEncoding, static_cast<int32_t>(encoding));
+  block.SetBool(keys::kNotChangeFormat, keepFormat);
 }
 
 std::u16string_view TargetFrame::ProducedVariable() const {

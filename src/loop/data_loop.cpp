@@ -13,16 +13,13 @@
 #include "boundary/host_services.h"
 #include "boundary/plugin_params.h"
 #include "core/delimited_text.h"
+#include "core/step_keys.h"
 #include "table/record.h"
 #include "table/simple_csv_object.h"
 
 namespace qm {
 
 namespace {
-
-constexpr std::u16string_view kRowVarNameKey = u"rowvarname";
-constexpr std::u16string_view kLineVarNameKey = u"linevarname";
-constexpr std::u16string_view kFormatKey = u"Format";
 
 void AppendHex4(char16_t unit, std::u16string& out) {
   static constexpr char16_t kDigits[] = u"0123456789abcdef";
@@ -81,7 +78,7 @@ TCSVLoopClass* StartLoop(QmTaskBridge& task, const TQMPluginParams& params) {
   if (!table) return nullptr;
   auto loop = std::make_unique<TCSVLoopClass>(task, task.TaskId(), params.StepNum);
   loop->SetCSVobject(table);
-  loop->SetOrFilterMode(params.GetBool(kConditionModeKey));
+  loop->SetOrFilterMode(params.GetBool(keys::kConditionMode));
   ForEachStoredCondition(params, [&](std::u16string_view line) { loop->AddFilter(line); });
   return SaveCSVLoop(task, params.StepNum, std::move(loop));
 }
@@ -128,9 +125,9 @@ bool ExecDataLoop(QmTaskBridge& task, TQMPluginParams& params) {
   // Expanded when they hold a reference, then trimmed; empty: not written.
   // Views of the block unless they hold a reference, so a pass copies nothing.
   std::u16string rowRoom, lineRoom;
-  const std::u16string_view rowVar = Trim(ReadExpandedView(params, kRowVarNameKey, rowRoom));
-  const std::u16string_view lineVar = Trim(ReadExpandedView(params, kLineVarNameKey, lineRoom));
-  const bool json = params.GetBool(kFormatKey);
+  const std::u16string_view rowVar = Trim(ReadExpandedView(params, keys::kRowVarName, rowRoom));
+  const std::u16string_view lineVar = Trim(ReadExpandedView(params, keys::kLineVarName, lineRoom));
+  const bool json = params.GetBool(keys::kRowFormat);
 
   if (loop->GetNextItem()) {
     if (!rowVar.empty()) {

@@ -8,13 +8,12 @@
 #include "loop/record_filter.h"
 #include "loop/stored_conditions.h"
 #include "boundary/plugin_params.h"
+#include "core/step_keys.h"
 #include "table/simple_csv_object.h"
 
 namespace qm {
 
 namespace {
-
-constexpr std::u16string_view kReverseModeKey = u"reversemode";
 
 // Drops the rows from `first` on whose flag in `keep` is false, keeping the
 // order of the others: the kept records move up in place and the surplus goes
@@ -55,9 +54,9 @@ void FilterRows(TSimpleCSVDataClass& table, TRecordFilterList& filters, bool rev
 bool ExecFilterData(QmTaskBridge& task, TQMPluginParams& params) {
   TSimpleCSVDataClass* table = ObtainTableOrReport(task, params);
   if (!table) return false;
-  const bool reverse = params.GetBool(kReverseModeKey);
+  const bool reverse = params.GetBool(keys::kReverseMode);
   TRecordFilterList filters;
-  filters.SetOrFilterMode(params.GetBool(kConditionModeKey));
+  filters.SetOrFilterMode(params.GetBool(keys::kConditionMode));
   ForEachStoredCondition(params, [&](std::u16string_view line) { filters.AddFilter(line); });
   FilterRows(*table, filters, reverse);
   return true;

@@ -8,6 +8,7 @@
 #include "loop/record_filter.h"
 #include "boundary/host_services.h"
 #include "boundary/param_parser.h"
+#include "core/step_keys.h"
 
 namespace qm {
 
@@ -17,8 +18,8 @@ namespace qm {
 // empty line, which `add` rejects like any other bad column.
 template <typename Add>
 void ForEachStoredCondition(const TQMParamParser& params, Add&& add) {
-  const int32_t count = params.GetInteger(kConditionsCountKey);
-  for (int32_t i = 0; i < count; ++i) add(ExpandVariables(params.GetString(ConditionKey(i))));
+  const int32_t count = params.GetInteger(keys::kConditionsCount);
+  for (int32_t i = 0; i < count; ++i) add(ExpandVariables(params.GetString(keys::kCondition, i)));
 }
 
 }  // namespace qm

@@ -12,9 +12,8 @@ class TQMPluginParams;
 // Runs the step; the step's Boolean result.
 using ActionRoutine = bool (*)(QmTaskBridge& task, TQMPluginParams& params);
 
-inline constexpr int32_t kActionCount = 13;
-
-// The executor of catalogue index 0..12; null for any other index.
+// The executor of catalogue index 0..12 (core/action_catalogue.h); null for
+// any other index.
 ActionRoutine ExecutorForIndex(int32_t index);
 
 // Releases the Data Loop state saved for the parameter set's step, if any.

@@ -1,6 +1,7 @@
 #include "plugin/csv_data_module.h"
 
 #include "plugin/action_table.h"
+#include "core/action_catalogue.h"
 #include "core/errors.h"
 #include "core/messages.h"
 #include "platform/file_system.h"
@@ -16,31 +17,6 @@
 namespace qm {
 
 namespace {
-
-struct CatalogueEntry {
-  std::u16string_view name;
-  std::u16string_view id;
-  int32_t type;
-  int32_t indent;
-};
-
-// The catalogue as the host shows and stores it; the position is the index
-// the routines are dispatched on.
-constexpr CatalogueEntry kCatalogue[kActionCount] = {
-    {u"CSV Open Data", u"A_CSV_OPEN", atSimple, 0},
-    {u"CSV Get Data Information", u"A_CSV_INFO", atSimple, 0},
-    {u"CSV Add Column", u"A_CSV_ADDCOLUMN", atSimple, 0},
-    {u"CSV Remove Column", u"A_CSV_REMOVECOLUMN", atSimple, 0},
-    {u"CSV Sort by Column", u"A_CSV_SORT", atSimple, 0},
-    {u"CSV Move Column", u"A_CSV_MOVECOLUMN", atSimple, 0},
-    {u"CSV Read Cells", u"A_CSV_READCELLS", atSimple, 0},
-    {u"CSV Write Cells", u"A_CSV_WRITECELLS", atSimple, 0},
-    {u"CSV Merge Data", u"A_CSV_MERGE", atSimple, 0},
-    {u"CSV Filter Data", u"A_CSV_FILTER", atSimple, 0},
-    {u"CSV Data Loop", u"A_CSV_LOOP", atBeginLoop, 1},
-    {u"CSV Remove Duplicates", u"A_CSV_REMOVEDUPL", atSimple, 0},
-    {u"CSV Save Data", u"A_CSV_SAVE", atSimple, 0},
-};
 
 std::u16string HostText(void* window, uintptr_t which) {
   intptr_t answer = 0;
@@ -58,12 +34,16 @@ TCSVDataDM::TCSVDataDM() {
   Plugin.ImageCollection = &ImageCollection;
   Plugin.ImageNum = 0;
   Plugin.OnAbout = [this] { PluginAbout(); };
-  for (const auto& entry : kCatalogue) {
+  // The catalogue as the host shows and stores it; the position is the index
+  // the routines are dispatched on. The steps after a loop's begin are
+  // indented one level.
+  for (const CatalogueAction& entry : kCatalogue) {
     TAction& action = Plugin.AddAction();
     action.Name = entry.name;
     action.SetActionID(entry.id);
-    action.ActionType = entry.type;
-    action.Indent = entry.indent;
+    const bool loop = entry.kind == ActionKind::BeginLoop;
+    action.ActionType = loop ? atBeginLoop : atSimple;
+    action.Indent = loop ? 1 : 0;
     action.AllowNTService = true;
     action.ImageNum = 0;
     action.OnExecAction = [this](TAction& a, QmTaskBridge& t, TAFActionParams& p) { return ActionExec(a, t, p); };

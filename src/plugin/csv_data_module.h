@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "core/action_catalogue.h"
 #include "plugin/af_plugin.h"
 
 namespace qm {
@@ -38,6 +39,6 @@ class TCSVDataDM {
 };
 
 // The index whose job stop also releases a saved Data Loop (see ActionJobStop).
-inline constexpr int32_t kJobStopLoopIndex = 11;
+inline constexpr int32_t kJobStopLoopIndex = CatalogueIndex(Action::RemoveDuplicates);
 
 }  // namespace qm

@@ -7,11 +7,6 @@
 
 namespace qm {
 
-std::u16string ConditionKey(int32_t index) {
-  // Eight digits of the 32-bit value, as the stored keys have always been written.
-  return u"condition" + IntToHex(static_cast<uint32_t>(index), 8);
-}
-
 ConditionFields SplitCondition(std::u16string_view line) {
   std::vector<std::u16string> cells = SplitDelimited(line, kCommaText);
   cells.resize(4);

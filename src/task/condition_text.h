@@ -2,7 +2,8 @@
 // actions read and their editors write: one comma-text line per condition
 // ("2,\"New York\",0,0": column from 1, expression, case-sensitive flag,
 // regular-expression flag) under the keys condition00000000,
-// condition00000001..., with their count and the AND/OR mode.
+// condition00000001..., with their count and the AND/OR mode (the keys are
+// declared in core/step_keys.h).
 #pragma once
 
 #include <cstdint>
@@ -10,14 +11,6 @@
 #include <string_view>
 
 namespace qm {
-
-// Parameter keys of a condition list.
-inline constexpr std::u16string_view kConditionModeKey = u"conditionmode";
-inline constexpr std::u16string_view kConditionsCountKey = u"conditionscount";
-
-// The key of the stored condition at a zero-based index: "condition" and the
-// index in 8 upper-case hexadecimal digits (index 10 is condition0000000A).
-std::u16string ConditionKey(int32_t index);
 
 // The four fields of a stored condition line as the editors show them: the
 // column and the expression as stored, the flags read as non-zero integers.

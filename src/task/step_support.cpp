@@ -4,6 +4,7 @@
 #include "boundary/param_parser.h"
 #include "boundary/task_bridge.h"
 #include "core/convert.h"
+#include "core/step_keys.h"
 
 namespace qm {
 
@@ -12,12 +13,16 @@ void ReportFailure(const QmTaskBridge& task, uint32_t code, std::u16string_view 
   ForEachNonEmptyLine(message, [&task](std::u16string_view line) { LogText(itError, line, &task); });
 }
 
-std::u16string ReadExpanded(const TQMParamParser& params, std::u16string_view key, std::u16string_view fallback) {
-  return ExpandVariables(params.GetStringDef(key, fallback));
+std::u16string ReadExpanded(const TQMParamParser& params, const keys::StepKey& key) {
+  return ExpandVariables(params.GetString(key));
 }
 
-std::u16string_view ReadExpandedView(const TQMParamParser& params, std::u16string_view key, std::u16string& room) {
-  const std::u16string_view text = params.GetStringView(key);
+std::u16string ReadExpanded(const TQMParamParser& params, const keys::StepKey& key, int32_t index) {
+  return ExpandVariables(params.GetString(key, index));
+}
+
+std::u16string_view ReadExpandedView(const TQMParamParser& params, const keys::StepKey& key, std::u16string& room) {
+  const std::u16string_view text = params.GetStringView(key.name, key.fallback);
   if (!Contains(text, u'{')) return text;
   room = ExpandVariables(text);
   return room;

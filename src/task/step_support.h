@@ -11,16 +11,22 @@ namespace qm {
 class QmTaskBridge;
 class TQMParamParser;
 
+namespace keys {
+struct StepKey;
+}
+
 // Reports a failure: the task's last error with its code (and the lines in
 // the general log), then each non-empty line in the task's log as an error.
 void ReportFailure(const QmTaskBridge& task, uint32_t code, std::u16string_view message);
 
-// The key's text with its {variable} references expanded (the host is asked
-// only when the text holds a "{").
-std::u16string ReadExpanded(const TQMParamParser& params, std::u16string_view key, std::u16string_view fallback = {});
+// The key's text (its declared default when absent) with its {variable}
+// references expanded (the host is asked only when the text holds a "{");
+// `index` names the entry of an indexed key.
+std::u16string ReadExpanded(const TQMParamParser& params, const keys::StepKey& key);
+std::u16string ReadExpanded(const TQMParamParser& params, const keys::StepKey& key, int32_t index);
 // The same without a copy when the text holds no reference: a view of the
 // block, or of `room` holding the expanded text.
-std::u16string_view ReadExpandedView(const TQMParamParser& params, std::u16string_view key, std::u16string& room);
+std::u16string_view ReadExpandedView(const TQMParamParser& params, const keys::StepKey& key, std::u16string& room);
 
 // A number typed by the user, counted from 1, as the table's index counted
 // from 0. Wraps around like the host's 32-bit integers, so no input can

@@ -17,6 +17,7 @@
 #include <string>
 #include <vector>
 
+#include "core/action_catalogue.h"
 #include "core/errors.h"
 #include "core/utf.h"
 #include "fuzz_input.h"
@@ -25,8 +26,8 @@
 
 namespace {
 
-constexpr int32_t kActionCount = 13;
-constexpr int32_t kDataLoopIndex = 10;
+constexpr int32_t kActionCount = qm::kActionCount;
+constexpr int32_t kDataLoopIndex = qm::CatalogueIndex(qm::Action::DataLoop);
 constexpr int32_t kEndStep = -1;
 
 struct Step {

@@ -2,16 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include "core/step_keys.h"
 #include "core/utf.h"
 
 namespace qm {
 namespace {
 
 TEST(ConditionText, KeysAndLines) {
-  const std::pair<int32_t, std::u16string_view> keys[] = {
+  const std::pair<int32_t, std::u16string_view> names[] = {
       {10, u"condition0000000A"}, {16, u"condition00000010"},
   };
-  for (const auto& [index, key] : keys) EXPECT_EQ(ConditionKey(index), key);
+  for (const auto& [index, name] : names) EXPECT_EQ(keys::IndexedName(keys::kCondition, index), name);
 
   const std::pair<ConditionFields, std::u16string_view> lines[] = {
       {{u"2", u"New York", false, false}, u"2,\"New York\",0,0"},

@@ -15,25 +15,26 @@
 #include <vector>
 
 #include "boundary/param_parser.h"
+#include "core/action_catalogue.h"
 #include "plugin_under_test_win32.h"
 #include "ui/placement_store_win32.h"
 #include "ui_driver_win32.h"
 
 namespace qm::test {
 
-constexpr int32_t kOpenDataIndex = 0;
-constexpr int32_t kInformationIndex = 1;
-constexpr int32_t kAddColumnIndex = 2;
-constexpr int32_t kRemoveColumnsIndex = 3;
-constexpr int32_t kSortIndex = 4;
-constexpr int32_t kMoveColumnIndex = 5;
-constexpr int32_t kReadCellsIndex = 6;
-constexpr int32_t kWriteCellsIndex = 7;
-constexpr int32_t kMergeIndex = 8;
-constexpr int32_t kFilterDataIndex = 9;
-constexpr int32_t kDataLoopIndex = 10;
-constexpr int32_t kRemoveDuplicatesIndex = 11;
-constexpr int32_t kSaveDataIndex = 12;
+constexpr int32_t kOpenDataIndex = CatalogueIndex(Action::OpenData);
+constexpr int32_t kInformationIndex = CatalogueIndex(Action::DataInformation);
+constexpr int32_t kAddColumnIndex = CatalogueIndex(Action::AddColumn);
+constexpr int32_t kRemoveColumnsIndex = CatalogueIndex(Action::RemoveColumns);
+constexpr int32_t kSortIndex = CatalogueIndex(Action::SortByColumn);
+constexpr int32_t kMoveColumnIndex = CatalogueIndex(Action::MoveColumn);
+constexpr int32_t kReadCellsIndex = CatalogueIndex(Action::ReadCells);
+constexpr int32_t kWriteCellsIndex = CatalogueIndex(Action::WriteCells);
+constexpr int32_t kMergeIndex = CatalogueIndex(Action::MergeData);
+constexpr int32_t kFilterDataIndex = CatalogueIndex(Action::FilterData);
+constexpr int32_t kDataLoopIndex = CatalogueIndex(Action::DataLoop);
+constexpr int32_t kRemoveDuplicatesIndex = CatalogueIndex(Action::RemoveDuplicates);
+constexpr int32_t kSaveDataIndex = CatalogueIndex(Action::SaveData);
 
 // qmcsv.dll, loaded on first use and kept for the whole run.
 PluginUnderTest& Plugin();
