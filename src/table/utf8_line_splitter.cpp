@@ -110,7 +110,9 @@ bool Utf8LineSplitter::Handles(const TextFormat& f) {
 }
 
 Utf8LineSplitter::Utf8LineSplitter(const TextFormat& format)
-    : delimiter_(static_cast<uint8_t>(format.delimiter)), quote_(static_cast<uint8_t>(format.quote)) {}
+    : masker_(static_cast<uint8_t>(format.delimiter), static_cast<uint8_t>(format.quote)),
+      delimiter_(static_cast<uint8_t>(format.delimiter)),
+      quote_(static_cast<uint8_t>(format.quote)) {}
 
 Utf8LineSplitter::Cut Utf8LineSplitter::Split(const char* line, const char* end, size_t minCells, bool dropRead,
                                               LineSplitter& cells) {
@@ -144,7 +146,6 @@ size_t Utf8LineSplitter::SplitInto(const char* bytes, const char* endBytes, Unit
   const uint8_t quote = quote_;
   bool continued = false;  // the cell at hand began before `c.s`
   SpentPages drop(bytes, dropRead);
-  const simd::PieceMasker masker(delimiter, quote);
   for (;;) {
     // The line is looked at 64 bytes at a time; the masks show where cells
     // end, so cells are cut without going byte by byte. Only a quoted cell
@@ -160,7 +161,7 @@ size_t Utf8LineSplitter::SplitInto(const char* bytes, const char* endBytes, Unit
         from = static_cast<unsigned>(c.s - lookBase);
         c.s = lookBase;
       } else if (c.end - c.s >= 80) {
-        masker.Mask(c.s, look_.masks);
+        masker_.Mask(c.s, look_.masks);
         look_.base = reinterpret_cast<const char*>(c.s);
       } else {
         break;

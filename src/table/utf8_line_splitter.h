@@ -50,6 +50,7 @@ class Utf8LineSplitter {
     simd::PieceMasks masks;
   };
 
+  simd::PieceMasker masker_;
   uint8_t delimiter_;
   uint8_t quote_;
   LookAhead look_;
