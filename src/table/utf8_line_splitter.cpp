@@ -138,8 +138,7 @@ Utf8LineSplitter::Cut Utf8LineSplitter::Split(const char* line, const char* end,
 }
 
 template <typename Unit>
-size_t Utf8LineSplitter::SplitInto(const char* bytes, const char* endBytes, Unit* text, uint32_t* ends,
-                                   bool dropRead) {
+size_t Utf8LineSplitter::SplitInto(const char* bytes, const char* endBytes, Unit* text, uint32_t* ends, bool dropRead) {
   const auto* line = reinterpret_cast<const uint8_t*>(bytes);
   Cursor<Unit> c{line, reinterpret_cast<const uint8_t*>(endBytes), text, text, ends};
   const uint8_t delimiter = delimiter_;
