@@ -21,7 +21,7 @@ class Utf8LineSplitter {
   // quote character (or none) below 0x80 that are no line break.
   static bool Handles(const TextFormat& format);
 
-  // `format` must be one it handles.
+  // Lines are split only in a format it handles.
   explicit Utf8LineSplitter(const TextFormat& format);
 
   // Forgets what it saw of the text: call whenever the text moves or changes.
