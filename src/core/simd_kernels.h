@@ -4,7 +4,7 @@
 // Every variant gives the same results; the reference is also the fallback
 // where neither instruction set exists. Calls go through a table of function
 // pointers, so they pay for a call: for short texts (a cell) the inline
-// searches of simd_scan.h and latin1.h do better.
+// code of simd_scan.h, simd_split.h, simd_join.h and latin1.h does better.
 #pragma once
 
 #include <cstddef>

@@ -43,33 +43,13 @@ bool FileLines::NextData(const SkipRules& rules, LineSplitter& splitter, size_t 
       const char* bytes = bytes_.data();
       const char* line = bytes + pos_;
       const char* end = bytes + pieceEnd_;
-      const size_t room = static_cast<size_t>(end - line);
-      const char* stop = nullptr;
       // The rules look at the line first: the bytes of a long line are
       // given back while it is split.
       skipped = SkipsBytes(rules, line, end);
-      // Most lines are split one byte a character. A line with another
-      // character is split again in UTF-16, and so is a very long line,
-      // whose bytes are given back on the way. After two such lines in a
-      // row, as in a text of Greek, Cyrillic or Chinese, lines go to UTF-16
-      // first until one turns out to fit one byte a character.
-      uint32_t* ends = splitter.EndsRoom(std::max(room + 2, minCells));
-      const bool drop = room >= kDropLinesAbove;
-      count = kNotOneByte;
-      if (!drop && wideRun_ < 2) {
-        count = SplitUtf8LineOneByte(line, end, splitter.Format(), splitter.ByteRoom(room + 16), ends, stop, look_);
-        if (count != kNotOneByte) {
-          splitter.SetInBytes();
-          wideRun_ = 0;
-        }
-      }
-      if (count == kNotOneByte) {
-        bool oneByte = false;
-        count = SplitUtf8Line(line, end, splitter.Format(), splitter.TextRoom(room + 16), ends, stop, look_, oneByte,
-                              drop);
-        splitter.SetOneByte(oneByte);
-        wideRun_ = oneByte ? 0 : wideRun_ + 1;
-      }
+      const bool drop = static_cast<size_t>(end - line) >= kDropLinesAbove;
+      const Utf8LineSplitter::Cut cut = utf8_.Split(line, end, minCells, drop, splitter);
+      count = cut.count;
+      const char* stop = cut.stop;
       if (stop < end && *stop == 0) {
         // A character 0 ends the text; a line cut short by it still counts.
         ended_ = true;
@@ -166,7 +146,7 @@ size_t FileLines::CountBreaks(const char* bytes, size_t count) const {
 }
 
 void FileLines::LoadPiece() {
-  look_ = Utf8LookAhead();
+  utf8_.Restart();
   // Drop the piece just used; what was read beyond it moves to the front.
   if (consumed_) {
     held_ -= consumed_;

@@ -8,9 +8,9 @@
 #include "core/text_lines.h"
 #include "platform/file_system.h"
 #include "table/csv_line_source.h"
-#include "table/line_scanner.h"
 #include "table/raw_buffer.h"
 #include "table/text_encoding.h"
+#include "table/utf8_line_splitter.h"
 
 namespace qm {
 
@@ -26,7 +26,8 @@ class FileLines final : public CsvLineSource {
       : reader_(reader),
         encoding_(encoding),
         unitBytes_(encoding == TextEncoding::Unicode ? 2 : 1),
-        direct_(encoding == TextEncoding::UTF8 && CanSplitUtf8(format)) {}
+        direct_(encoding == TextEncoding::UTF8 && Utf8LineSplitter::Handles(format)),
+        utf8_(format) {}
 
   bool Next(std::u16string_view& line) override;
 
@@ -64,8 +65,7 @@ class FileLines final : public CsvLineSource {
   size_t consumed_ = 0;  // bytes of the current piece, dropped at the next load
   size_t pos_ = 0;       // direct reading: the next line's first byte
   size_t pieceEnd_ = 0;
-  Utf8LookAhead look_;            // direct reading: kept from line to line of a piece
-  int wideRun_ = 0;               // direct reading: lines in a row with a character from U+0100 on
+  Utf8LineSplitter utf8_;         // direct reading: restarted at every piece
   RawBuffer<char16_t> text_;      // decoded piece
   RawBuffer<char16_t> lineText_;  // one decoded line
   TextLineCursor cursor_;

@@ -1,18 +1,17 @@
 #include "table/csv_writer.h"
 
 #include "core/errors.h"
-#include "core/simd_kernels.h"
 #include "core/messages.h"
 #include "platform/file_system.h"
-#include "table/line_scanner.h"
+#include "table/line_joiner.h"
 #include "table/raw_buffer.h"
 
 namespace qm {
 
 namespace {
 
-// UTF-16 units rendered before they are encoded and written, or bytes
-// rendered straight in the file's encoding.
+// UTF-16 units rendered for a text or for lines written as a list, and
+// bytes rendered straight in a file's encoding.
 constexpr size_t kWriteChunk = size_t{1} << 18;
 constexpr size_t kWriteChunkBytes = size_t{1} << 19;
 
@@ -79,75 +78,25 @@ void Render(const TMemoryStrDataStorage& storage, const CsvWriteRules& rules, Si
   if (size) sink(std::u16string_view(data, size));
 }
 
-// Whether text below U+0080 is written as those very bytes, so that a record
-// kept one byte a character can be joined straight into the file's bytes.
-bool WritesAsciiAsIs(TextEncoding encoding) {
-  return encoding == TextEncoding::UTF8 || encoding == TextEncoding::ASCII || encoding == TextEncoding::ANSI ||
-         encoding == TextEncoding::Default;
-}
-
-// Renders the lines straight into the bytes of such an encoding. A record
-// kept one byte a character is joined straight to UTF-8, or as bytes for a
-// code page, where the join is the whole work unless it holds characters
-// from U+0080 on: then the line is encoded from UTF-16. Other records are
-// joined in UTF-16 and encoded.
-class ByteRender {
- public:
-  ByteRender(TextEncoding encoding, const TextFormat& format) : encoding_(encoding), format_(format) {}
-
-  // Most bytes one record's line can take, its line break included.
-  size_t Room(const Record& record) const { return MaxEncodedBytes(encoding_, JoinedRecordMaxUnits(record) + 2); }
-  // Writes the record's line with its line break at `out`; returns the bytes.
-  size_t Write(const Record& record, char* out) {
-    if (encoding_ == TextEncoding::UTF8 && CanJoinAsBytes(record, format_, 0x80)) {
-      auto* bytes = reinterpret_cast<char8_t*>(out);
-      return static_cast<size_t>(EndLine(WriteJoinedUtf8(record, format_, bytes)) - bytes);
-    }
-    if (encoding_ != TextEncoding::UTF8 && CanJoinAsBytes(record, format_, 0x100)) {
-      auto* bytes = reinterpret_cast<uint8_t*>(out);
-      const size_t count = static_cast<size_t>(EndLine(WriteJoinedBytes(record, format_, bytes)) - bytes);
-      const simd::Kernels& k = simd::Active();
-      if (k.isAscii(bytes, count)) return count;
-      char16_t* units = units_.Reserve(count);
-      k.widenLatin1(bytes, count, units);
-      return EncodeInto(encoding_, units, count, out);
-    }
-    char16_t* units = units_.Reserve(JoinedRecordMaxUnits(record) + 2);
-    return EncodeInto(encoding_, units, static_cast<size_t>(EndLine(WriteJoinedRecord(record, format_, units)) - units),
-                      out);
-  }
-
- private:
-  template <typename Unit>
-  static Unit* EndLine(Unit* end) {
-    end[0] = '\r';
-    end[1] = '\n';
-    return end + 2;
-  }
-
-  TextEncoding encoding_;
-  TextFormat format_;
-  RawBuffer<char16_t> units_;
-};
-
-// Writes the lines to a file in such an encoding, byte-order mark first.
-void RenderBytes(const TMemoryStrDataStorage& storage, const CsvWriteRules& rules, std::u16string_view fileName,
-                 TextEncoding encoding) {
+// Writes the lines to a file, byte-order mark first: each record's line is
+// joined straight into the file's bytes, a chunk of them written at a time.
+void RenderFile(const TMemoryStrDataStorage& storage, const CsvWriteRules& rules, std::u16string_view fileName,
+                TextEncoding encoding) {
   FileWriter writer(fileName);
   const std::string_view mark = ByteOrderMark(encoding);
   if (!mark.empty()) writer.Write(mark.data(), mark.size());
-  ByteRender render(encoding, rules.format);
+  FileLineJoiner joiner(rules.format, encoding);
   RawBuffer<char> buffer;
   size_t size = 0;
   char* data = buffer.Reserve(kWriteChunkBytes);
   ForEachLine(storage, rules, [&](const Record& record) {
-    const size_t room = render.Room(record);
+    const size_t room = joiner.MaxBytes(record);
     if (size + room > kWriteChunkBytes) {
       if (size) writer.Write(data, size);
       size = 0;
       data = buffer.Reserve(room);
     }
-    size += render.Write(record, data + size);
+    size += joiner.Join(record, data + size);
   });
   if (size) writer.Write(data, size);
   writer.Close();
@@ -207,13 +156,7 @@ void WriteCsvText(const TMemoryStrDataStorage& storage, const CsvWriteRules& rul
 void WriteCsvFile(const TMemoryStrDataStorage& storage, const CsvWriteRules& rules, std::u16string_view fileName,
                   TextEncoding encoding) {
   CheckReadsBack(storage, rules);  // before the file is made
-  if (WritesAsciiAsIs(encoding)) {
-    RenderBytes(storage, rules, fileName, encoding);
-    return;
-  }
-  EncodedFileSink sink(fileName, encoding);
-  Render(storage, rules, sink);
-  sink.Close();
+  RenderFile(storage, rules, fileName, encoding);
 }
 
 void WriteLinesToFile(std::u16string_view fileName, const std::vector<std::u16string>& lines, TextEncoding encoding) {

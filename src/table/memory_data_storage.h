@@ -90,11 +90,4 @@ class TMemoryStrDataStorage {
   std::vector<Record> records_;
 };
 
-// A text read as a floating-point number with the process's decimal
-// separator: blanks around it, an optional sign, digits with an optional
-// fraction, an optional exponent. Anything else gives false.
-bool TryTextToFloat(CellText text, double& value);
-// -1, 0 or 1; a text that is no number counts as 0.
-int32_t NumericCompare(std::u16string_view a, std::u16string_view b);
-
 }  // namespace qm

@@ -1,11 +1,9 @@
 #include "table/text_encoding.h"
 
+#include <bit>
 #include <cstring>
 
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
-
+#include "core/copy_bytes.h"
 #include "core/utf.h"
 #include "platform/ansi_codepage.h"
 
@@ -31,10 +29,16 @@ size_t DecodeUtf16Le(const char* in, size_t n, char16_t* out) {
 }
 
 size_t EncodeUtf16Le(const char16_t* s, size_t n, char* out) {
-  auto* o = reinterpret_cast<uint8_t*>(out);
-  for (size_t k = 0; k < n; ++k) {
-    o[2 * k] = static_cast<uint8_t>(s[k] & 0xFF);
-    o[2 * k + 1] = static_cast<uint8_t>(s[k] >> 8);
+  if constexpr (std::endian::native == std::endian::little) {
+    // The units already are these bytes; the writer encodes a line at a
+    // time, so the copy is mostly a short one.
+    CopyBytes(out, s, 2 * n);
+  } else {
+    auto* o = reinterpret_cast<uint8_t*>(out);
+    for (size_t k = 0; k < n; ++k) {
+      o[2 * k] = static_cast<uint8_t>(s[k] & 0xFF);
+      o[2 * k + 1] = static_cast<uint8_t>(s[k] >> 8);
+    }
   }
   return 2 * n;
 }

@@ -187,9 +187,9 @@ TEST(CsvFiles, DirectUtf8ReadingMatchesDecodedText) {
   }
 }
 
-// A file is written chunk by chunk, a record kept one byte a character
-// straight into the file's bytes; any table in any format must give the bytes
-// of its whole text encoded at once.
+// A file is written chunk by chunk, each line encoded on its own and a
+// record kept one byte a character straight into the file's bytes; any table
+// in any format must give the bytes of its whole text encoded at once.
 TEST(CsvFiles, FileMatchesEncodedText) {
   const TextFormat formats[] = {{u';', u'"', true},       {u',', u'"', false}, {u'\t', u'\'', true},
                                 {u'\u00a7', u'\u00ab', true}, {u';', 0, true},     {u'\xDC00', u'"', true}};
@@ -224,7 +224,8 @@ TEST(CsvFiles, FileMatchesEncodedText) {
         EXPECT_ANY_THROW(table.WriteToFile(Wide(folder / "out.csv"), TextEncoding::UTF8));
         continue;
       }
-      for (const TextEncoding encoding : {TextEncoding::UTF8, TextEncoding::ANSI, TextEncoding::ASCII}) {
+      for (const TextEncoding encoding : {TextEncoding::UTF8, TextEncoding::ANSI, TextEncoding::ASCII,
+                                          TextEncoding::Unicode, TextEncoding::UTF7}) {
         table.WriteToFile(Wide(folder / "out.csv"), encoding);
         EXPECT_TRUE(ReadBytes(folder / "out.csv") == std::string(ByteOrderMark(encoding)) + EncodeText(text, encoding))
             << round << " " << static_cast<int>(encoding);
