@@ -9,7 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "core/copy_bytes.h"
+#include "core/simd_copy.h"
 #include "core/simd_scan.h"
 
 namespace qm::simd {

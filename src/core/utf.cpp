@@ -3,9 +3,7 @@
 #include <cstdint>
 #include <cstring>
 
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
+#include "core/simd_utf.h"
 
 namespace qm {
 
@@ -84,19 +82,10 @@ size_t DecodeUtf8(const char* in, size_t n, char16_t* out) {
     // The widened block is stored whole; only its ASCII prefix counts. Output
     // never runs ahead of input, so the stores stay within the room.
     while (i + 16 <= n) {
-      const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(in + i));
-      const __m128i zero = _mm_setzero_si128();
-      _mm_storeu_si128(reinterpret_cast<__m128i*>(o), _mm_unpacklo_epi8(v, zero));
-      _mm_storeu_si128(reinterpret_cast<__m128i*>(o + 8), _mm_unpackhi_epi8(v, zero));
-      const int mask = _mm_movemask_epi8(v);
-      if (mask) {
-        const int ascii = __builtin_ctz(static_cast<unsigned>(mask));
-        o += ascii;
-        i += static_cast<size_t>(ascii);
-        break;
-      }
-      o += 16;
-      i += 16;
+      const size_t ascii = simd::WidenAscii16(in + i, o);
+      o += ascii;
+      i += ascii;
+      if (ascii < 16) break;
     }
 #endif
     while (i + 8 <= n && (Load8(in + i) & kHighBits) == 0) {
@@ -128,22 +117,11 @@ size_t EncodeUtf8(const char16_t* s, size_t n, char* out) {
     // Sixteen units a look: all ASCII goes out in one store, else the ASCII
     // units before the first other one do. The store may pass what is kept,
     // which stays within the 3 * n bytes of room while sixteen units remain.
-    const __m128i high = _mm_set1_epi16(static_cast<short>(0xFF80));
-    const __m128i zero = _mm_setzero_si128();
     while (n - i >= 16) {
-      const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i));
-      const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i + 8));
-      _mm_storeu_si128(reinterpret_cast<__m128i*>(o), _mm_packus_epi16(a, b));
-      const auto ascii = static_cast<unsigned>(_mm_movemask_epi8(
-          _mm_packs_epi16(_mm_cmpeq_epi16(_mm_and_si128(a, high), zero), _mm_cmpeq_epi16(_mm_and_si128(b, high), zero))));
-      if (ascii != 0xFFFF) {
-        const auto run = static_cast<size_t>(__builtin_ctz(~ascii));
-        o += run;
-        i += run;
-        break;
-      }
-      o += 16;
-      i += 16;
+      const size_t ascii = simd::NarrowAscii16(s + i, o);
+      o += ascii;
+      i += ascii;
+      if (ascii < 16) break;
     }
 #endif
     if (i >= n) break;

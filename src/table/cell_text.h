@@ -12,8 +12,8 @@
 #include <string>
 #include <string_view>
 
-#include "core/copy_bytes.h"
-#include "core/latin1.h"
+#include "core/simd_copy.h"
+#include "core/simd_latin1.h"
 
 namespace qm {
 

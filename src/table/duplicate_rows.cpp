@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "core/case_fold.h"
-#include "core/copy_bytes.h"
+#include "core/simd_copy.h"
 #include "table/raw_buffer.h"
 
 namespace qm {

@@ -1,6 +1,6 @@
 #include "table/line_splitter.h"
 
-#include "core/copy_bytes.h"
+#include "core/simd_copy.h"
 #include "core/simd_scan.h"
 #include "table/spent_pages.h"
 

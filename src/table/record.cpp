@@ -6,7 +6,7 @@
 #include <new>
 #include <vector>
 
-#include "core/copy_bytes.h"
+#include "core/simd_copy.h"
 #include "core/errors.h"
 #include "platform/large_blocks.h"
 #include "table/record_arena.h"

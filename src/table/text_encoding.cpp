@@ -3,7 +3,7 @@
 #include <bit>
 #include <cstring>
 
-#include "core/copy_bytes.h"
+#include "core/simd_copy.h"
 #include "core/utf.h"
 #include "platform/ansi_codepage.h"
 

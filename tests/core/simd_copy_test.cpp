@@ -1,4 +1,4 @@
-#include "core/copy_bytes.h"
+#include "core/simd_copy.h"
 
 #include <gtest/gtest.h>
 
