@@ -67,8 +67,7 @@ struct Job {
 
 // The file has a header line, ";" between cells and is UTF-8; column 8 holds
 // the order totals and column 3 the customer names.
-constexpr char kOpen[] =
-    "[A_CSV_OPEN]\nsource=1\nfilename=orders.csv\nencoding=2\nheaderline=1\n\n";
+constexpr char kOpen[] = "[A_CSV_OPEN]\nsource=1\nfilename=orders.csv\nencoding=2\nheaderline=1\n\n";
 constexpr char kSave[] = "[A_CSV_SAVE]\nsavetofile=1\ntargetfilename=saved.csv\ntargetencoding=2\n\n";
 constexpr char kEmptyTask[] = "[A_CSV_OPEN]\nsource=2\nlinecount=1\nline00000000=a\n\n";
 
@@ -90,12 +89,12 @@ struct Build {
 };
 
 struct Result {
-  double own = 0;      // median seconds of the task's steps in the process (qmhost --time)
-  double wall = 0;     // median seconds
-  double best = 0;     // least seconds
-  double cpu = 0;      // median user and system seconds of the process tree
-  double peakMb = 0;   // the most resident memory of one process, MB
-  std::string hash;    // of the saved file, if the job saves
+  double own = 0;     // median seconds of the task's steps in the process (qmhost --time)
+  double wall = 0;    // median seconds
+  double best = 0;    // least seconds
+  double cpu = 0;     // median user and system seconds of the process tree
+  double peakMb = 0;  // the most resident memory of one process, MB
+  std::string hash;   // of the saved file, if the job saves
 };
 
 double Median(std::vector<double> values) {
@@ -169,8 +168,7 @@ std::string HashFile(const fs::path& path) {
   return text;
 }
 
-std::optional<Result> TimeJob(const Build& build, const Job& job, const fs::path& dir, const fs::path& task,
-                              int runs) {
+std::optional<Result> TimeJob(const Build& build, const Job& job, const fs::path& dir, const fs::path& task, int runs) {
   std::vector<std::string> argv = build.command;
   if (build.qmhost) {
     argv.insert(argv.end(), {"--quiet", "--time", "run", task.string()});
@@ -357,14 +355,16 @@ int main(int argc, char** argv) {
     }
     if (results.size() == 2) {
       std::printf("ratio %s: %.2fx (without the empty task: %.2fx; in process: %.2fx)\n", job.name,
-                  results[1].wall / results[0].wall, (results[1].wall - empty[1].wall) / (results[0].wall - empty[0].wall),
+                  results[1].wall / results[0].wall,
+                  (results[1].wall - empty[1].wall) / (results[0].wall - empty[0].wall),
                   results[1].own / results[0].own);
       if (job.save && results[0].hash != results[1].hash) {
         std::printf("%s: the two builds saved different files\n", job.name);
         ++failures;
       }
     }
-    for (const Build& peer : std::strcmp(job.name, "open_loop") == 0 || results.empty() ? std::vector<Build>{} : peers) {
+    for (const Build& peer :
+         std::strcmp(job.name, "open_loop") == 0 || results.empty() ? std::vector<Build>{} : peers) {
       const std::optional<Result> result = TimeJob(peer, job, dir, task, runs);
       if (!result) {
         ++failures;

@@ -17,14 +17,13 @@ uint64_t Mix(uint64_t x) {
 }
 
 const char* const kCustomers[] = {
-    "Anna Schmidt",     "Jürgen Müller", "Zoë Ångström", "Olivia Brown",
-    "Łukasz Nowak", "María García", "Peter Jones",  "山田太郎",
-    "François Dupont", "Chen Wei",       "Sarah O'Connor",  "Björn Larsen",
-    "apple Store",      "Apple Store",       "Äpfel GmbH", "Zebra Corp",
+    "Anna Schmidt", "Jürgen Müller", "Zoë Ångström",    "Olivia Brown", "Łukasz Nowak",   "María García",
+    "Peter Jones",  "山田太郎",      "François Dupont", "Chen Wei",     "Sarah O'Connor", "Björn Larsen",
+    "apple Store",  "Apple Store",   "Äpfel GmbH",      "Zebra Corp",
 };
-const char* const kCities[] = {"Berlin", "München", "Paris", "London", "New York", "Kraków",
-                               "Tokyo",  "São Paulo", "Oslo", "Madrid"};
-const char* const kProducts[] = {"Widget A",     "Widget B",  "Gadget Pro", "Cable 2m",   "Adapter USB-C",
+const char* const kCities[] = {"Berlin", "München", "Paris",     "London", "New York",
+                               "Kraków", "Tokyo",   "São Paulo", "Oslo",   "Madrid"};
+const char* const kProducts[] = {"Widget A",    "Widget B", "Gadget Pro", "Cable 2m",     "Adapter USB-C",
                                  "Screen 24in", "Keyboard", "Mouse",      "Dock Station", "Headset"};
 const char* const kStatus[] = {"paid", "open", "shipped", "cancelled"};
 const char* const kNotes[] = {

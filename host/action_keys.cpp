@@ -27,7 +27,8 @@ const StepKey kAddNumber[] = {
     QMCSV_STEP_KEY("value", None, Text, "", Any, 0, kPlain,
                    "the number to add, with \".\" or \",\" before the fraction"),
 };
-const StepKey kShowFile[] = {QMCSV_STEP_KEY("name", None, Text, "", Any, 0, kPlain, "the file whose bytes are printed")};
+const StepKey kShowFile[] = {
+    QMCSV_STEP_KEY("name", None, Text, "", Any, 0, kPlain, "the file whose bytes are printed")};
 const StepKey kShowTable[] = {QMCSV_STEP_KEY("rows", None, Integer, "20", Count, 0, kExpanded,
                                              "the number of records to show; {variables} are expanded")};
 

@@ -12,7 +12,7 @@ namespace qmhost {
 struct CommandLine {
   std::string command;            // list, about, run, configure, keys, inspect; empty with help or version
   std::vector<std::string> args;  // the command's arguments
-  bool help = false;  // with a command: that command's help
+  bool help = false;              // with a command: that command's help
   bool version = false;
   std::string pluginPath;  // empty: the library next to qmhost
   std::string hostVersion;

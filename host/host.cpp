@@ -33,8 +33,8 @@ void ExpandText(const char16_t* source, char16_t* buf, int32_t* bufSize, LongBoo
   const auto needed = static_cast<int32_t>((result.size() + 1) * sizeof(char16_t));
   const bool fits = needed <= *bufSize;
   if (host.options.traceExpand) {
-    host.Event("  expand " + Quote(Z(source)) + " into " + std::to_string(*bufSize) + " bytes: " +
-               (fits ? "gives " + QuoteValue(result) : "needs " + std::to_string(needed)));
+    host.Event("  expand " + Quote(Z(source)) + " into " + std::to_string(*bufSize) +
+               " bytes: " + (fits ? "gives " + QuoteValue(result) : "needs " + std::to_string(needed)));
   }
   if (!fits) {
     *bufSize = needed;

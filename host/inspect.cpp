@@ -28,10 +28,10 @@ constexpr size_t kSampleBytes = 1 << 20;
 constexpr size_t kSampleLines = 1000;
 
 struct Encoding {
-  int index = 2;             // the Open Data key's value
-  std::string what;          // in words
-  size_t mark = 0;           // bytes of the byte-order mark
-  bool bigEndian = false;    // UTF-16 BE: no encoding of the plug-in reads it
+  int index = 2;           // the Open Data key's value
+  std::string what;        // in words
+  size_t mark = 0;         // bytes of the byte-order mark
+  bool bigEndian = false;  // UTF-16 BE: no encoding of the plug-in reads it
   bool utf16 = false;
 };
 
@@ -169,7 +169,7 @@ struct Delimiter {
 };
 
 const Delimiter kDelimiters[] = {
-    {u';', "\";\" (semicolon)", 2}, {u',', "\",\" (comma)", 0}, {u'\t', "tab", 3},
+    {u';', "\";\" (semicolon)", 2},    {u',', "\",\" (comma)", 0}, {u'\t', "tab", 3},
     {u'|', "\"|\" (vertical bar)", 4}, {u':', "\":\" (colon)", 1},
 };
 
@@ -300,13 +300,16 @@ int Inspect(const std::string& path) {
   std::vector<std::string> warnings;
   Print("encoding: " + encoding.what + " -> " + Assign(keys::kEncoding, std::to_string(encoding.index)));
   if (encoding.bigEndian) {
-    warnings.push_back("UTF-16 BE: no encoding of the plug-in reads it (3 is UTF-16 LE); save the file as UTF-16 LE "
-                       "or UTF-8 first (iconv -f UTF-16BE -t UTF-8), then use " + Assign(keys::kEncoding, "3") + " or " +
-                       Assign(keys::kEncoding, "2"));
+    warnings.push_back(
+        "UTF-16 BE: no encoding of the plug-in reads it (3 is UTF-16 LE); save the file as UTF-16 LE "
+        "or UTF-8 first (iconv -f UTF-16BE -t UTF-8), then use " +
+        Assign(keys::kEncoding, "3") + " or " + Assign(keys::kEncoding, "2"));
   }
   if (encoding.mark == 3) {
-    warnings.push_back("a byte-order mark: read with encoding 0 or 5 it stays in the first cell as the characters "
-                       "\"\xC3\xAF\xC2\xBB\xC2\xBF\"; " + Assign(keys::kEncoding, "2") + " skips it");
+    warnings.push_back(
+        "a byte-order mark: read with encoding 0 or 5 it stays in the first cell as the characters "
+        "\"\xC3\xAF\xC2\xBB\xC2\xBF\"; " +
+        Assign(keys::kEncoding, "2") + " skips it");
   }
 
   // The delimiter and the quote character: the pair that gives most
@@ -333,18 +336,23 @@ int Inspect(const std::string& path) {
     Print(std::string("delimiter: ") + delimiter->shown + ", " + std::to_string(fit.cells) + " cells in " +
           std::to_string(fit.matching) + " of " + std::to_string(records.rows.size()) + " records -> " +
           Assign(keys::kDelimiter, std::to_string(delimiter->index)) +
-          (delimiter->index == 4 ? " " + Assign(keys::kOtherChar, qm::Utf16ToUtf8(std::u16string(1, delimiter->c))) : ""));
+          (delimiter->index == 4 ? " " + Assign(keys::kOtherChar, qm::Utf16ToUtf8(std::u16string(1, delimiter->c)))
+                                 : ""));
   }
   const char16_t d = delimiter ? delimiter->c : u';';
-  const bool quoted = std::any_of(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(std::min(lines.size(), kSampleLines)), [&](const std::u16string* line) {
-    for (const auto& cell : Cells(*line, d, 0, nullptr)) {
-      if (!cell.empty() && cell[0] == quote) return true;
-    }
-    return false;
-  });
+  const bool quoted =
+      std::any_of(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(std::min(lines.size(), kSampleLines)),
+                  [&](const std::u16string* line) {
+                    for (const auto& cell : Cells(*line, d, 0, nullptr)) {
+                      if (!cell.empty() && cell[0] == quote) return true;
+                    }
+                    return false;
+                  });
   const bool single = quote == u'\'';
   Print(std::string("quote character: ") +
-        (single ? "' (single quote) -> " : quoted ? "\" (double quote) -> " : "none used; \" (double quote) -> ") +
+        (single   ? "' (single quote) -> "
+         : quoted ? "\" (double quote) -> "
+                  : "none used; \" (double quote) -> ") +
         Assign(keys::kQuoteChar, single ? "1" : "0"));
   const auto& rows = records.rows;
 
@@ -395,7 +403,8 @@ int Inspect(const std::string& path) {
   for (size_t column = 0; column < first.size(); ++column) {
     for (size_t r = header ? 1 : 0; r < rows.size(); ++r) {
       if (column < rows[r].size() && IsLocalNumber(rows[r][column])) {
-        warnings.push_back("column " + std::to_string(column + 1) + " holds numbers like \"" + qm::Utf16ToUtf8(rows[r][column]) +
+        warnings.push_back("column " + std::to_string(column + 1) + " holds numbers like \"" +
+                           qm::Utf16ToUtf8(rows[r][column]) +
                            "\" (a decimal comma or thousands separators): a sort as numbers (" +
                            Assign(keys::kSortMode, "1") + ") counts them as 0");
         break;

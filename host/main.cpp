@@ -75,8 +75,8 @@ void List(const TAFPluginInfo& info) {
             ImageText(actions.GetActionImage, nullptr, i) + " descr " + Quote(Z(descr)));
     }
   }
-  Print(std::string("events: ") + (info.IsEvents && info.EventsInfo ? std::to_string(info.EventsInfo->EventsCount)
-                                                                     : "none"));
+  Print(std::string("events: ") +
+        (info.IsEvents && info.EventsInfo ? std::to_string(info.EventsInfo->EventsCount) : "none"));
 }
 
 // A block file's UTF-8 lines as a step's block: each line a key, ending in CR LF.

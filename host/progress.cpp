@@ -33,9 +33,8 @@ void Progress::Report() {
     if (step_ < 0) continue;
     const auto now = std::chrono::steady_clock::now();
     char text[160];
-    std::snprintf(text, sizeof text, "qmhost: %.1f s: step %d %s, running for %.1f s",
-                  Seconds(now - begun).count(), static_cast<int>(step_), action_.c_str(),
-                  Seconds(now - started_).count());
+    std::snprintf(text, sizeof text, "qmhost: %.1f s: step %d %s, running for %.1f s", Seconds(now - begun).count(),
+                  static_cast<int>(step_), action_.c_str(), Seconds(now - started_).count());
     PrintError(text + (pass_ > 0 ? ", loop pass " + std::to_string(pass_) : std::string()));
   }
 }

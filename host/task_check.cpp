@@ -99,8 +99,8 @@ void CheckTask(TaskFile& file, const std::vector<CatalogueEntry>& catalogue, boo
       file.problems.push_back({step.sourceLine, false, "unknown action " + step.action + Suggestion(step.action, ids)});
       continue;
     }
-    const auto entry = std::find_if(catalogue.begin(), catalogue.end(),
-                                    [&](const CatalogueEntry& e) { return e.id == step.action; });
+    const auto entry =
+        std::find_if(catalogue.begin(), catalogue.end(), [&](const CatalogueEntry& e) { return e.id == step.action; });
     if (entry != catalogue.end() && entry->type == atBeginLoop) open.push_back(&step);
     if (step.action == "end-loop" || step.action == "break-loop") {
       if (open.empty()) file.problems.push_back({step.sourceLine, false, step.action + " outside a loop"});
@@ -113,8 +113,8 @@ void CheckTask(TaskFile& file, const std::vector<CatalogueEntry>& catalogue, boo
     for (size_t i = 0; i < step.lines.size(); ++i) {
       const std::string name = qm::Utf16ToUtf8(step.lines[i].substr(0, step.lines[i].find(u'=')));
       if (ReadsKey(*keys, name)) continue;
-      file.problems.push_back({step.lineNumbers[i], true,
-                               step.action + " never reads the key " + name + Suggestion(name, names)});
+      file.problems.push_back(
+          {step.lineNumbers[i], true, step.action + " never reads the key " + name + Suggestion(name, names)});
     }
     for (auto& problem : ValueProblems(step, lenient, nullptr)) file.problems.push_back(std::move(problem));
   }

@@ -62,7 +62,8 @@ bool TaskFile::HasErrors() const {
 
 std::vector<std::string> TaskFile::Report() const {
   std::vector<TaskProblem> sorted = problems;
-  std::stable_sort(sorted.begin(), sorted.end(), [](const TaskProblem& a, const TaskProblem& b) { return a.line < b.line; });
+  std::stable_sort(sorted.begin(), sorted.end(),
+                   [](const TaskProblem& a, const TaskProblem& b) { return a.line < b.line; });
   std::vector<std::string> lines;
   for (const auto& p : sorted) lines.push_back(Describe(p));
   return lines;
@@ -86,8 +87,9 @@ bool ReadTaskFile(const std::string& path, TaskFile& file) {
   if (bytes.compare(0, 3, "\xEF\xBB\xBF") == 0) bytes.erase(0, 3);  // Notepad's UTF-8 mark
   const bool utf16Mark = bytes.compare(0, 2, "\xFF\xFE") == 0 || bytes.compare(0, 2, "\xFE\xFF") == 0;
   if (utf16Mark || bytes.find('\0') != std::string::npos) {
-    file.problems.push_back(
-        {0, false, utf16Mark ? "the task file is UTF-16 text; save it as UTF-8" : "the task file holds zero bytes: it is not UTF-8 text"});
+    file.problems.push_back({0, false,
+                             utf16Mark ? "the task file is UTF-16 text; save it as UTF-8"
+                                       : "the task file holds zero bytes: it is not UTF-8 text"});
     return false;
   }
   std::istringstream lines(bytes);
@@ -101,8 +103,8 @@ bool ReadTaskFile(const std::string& path, TaskFile& file) {
     const size_t bad = FirstInvalidUtf8(line);
     if (bad != std::string::npos) {
       file.problems.push_back({number, false,
-                               "not UTF-8 text (byte " + HexByte(static_cast<unsigned char>(line[bad])) + " at column " +
-                                   std::to_string(bad + 1) + "); save the task file as UTF-8"});
+                               "not UTF-8 text (byte " + HexByte(static_cast<unsigned char>(line[bad])) +
+                                   " at column " + std::to_string(bad + 1) + "); save the task file as UTF-8"});
       encodingBad = true;
       continue;
     }
@@ -147,9 +149,9 @@ bool ReadTaskFile(const std::string& path, TaskFile& file) {
     }
     const size_t eq = line.find('=');
     if (eq == std::string::npos || eq == 0) {
-      file.problems.push_back(
-          {number, false, std::string(eq == 0 ? "a parameter line without a name" : "a parameter line without =") +
-                              " (name=value): " + trimmed});
+      file.problems.push_back({number, false,
+                               std::string(eq == 0 ? "a parameter line without a name" : "a parameter line without =") +
+                                   " (name=value): " + trimmed});
       continue;
     }
     file.steps.back().lines.push_back(qm::Utf8ToUtf16(line));

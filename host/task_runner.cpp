@@ -321,8 +321,10 @@ RunResult TaskRunner::Run(uint64_t maxSteps) {
       refused = refused || !problem.warning;
     }
     if (refused) {
-      result = {false, "task stopped at step " + std::to_string(i) + " (" + step.action + ", " + file_.Where(step) +
-                           "): a value does not fit its key", true};
+      result = {false,
+                "task stopped at step " + std::to_string(i) + " (" + step.action + ", " + file_.Where(step) +
+                    "): a value does not fit its key",
+                true};
       break;
     }
     ++runs_[static_cast<size_t>(i)];

@@ -61,7 +61,8 @@ typedef void (*TAFGetFreeMem)(void** p, int32_t size);
 typedef void (*TAFJobsEnumProc)(int32_t jobId, const char16_t* jobName, int32_t state, uintptr_t context);
 typedef void (*TAFJobsEnum)(TAFJobsEnumProc proc, uintptr_t context);
 typedef void (*TAFJobsEnumENV)(TAFJobsEnumProc proc, uintptr_t context, LongBool checkEnv);
-typedef uintptr_t (*TAFJobRunProc)(int32_t jobId, const char16_t* cause, const char16_t* parameters, LongBool guarantee);
+typedef uintptr_t (*TAFJobRunProc)(int32_t jobId, const char16_t* cause, const char16_t* parameters,
+                                   LongBool guarantee);
 typedef void (*TAFJobProc)(int32_t jobId);
 typedef void (*TAFJobStopProc)(int32_t jobId, LongBool kill);
 typedef uintptr_t (*TAFAddMenuItem)(const char16_t* caption, const char16_t* shortcut, TAFSimpleProc proc,
@@ -134,40 +135,40 @@ typedef struct TTaskManage {
    a copy of all 304 bytes and uses only the copy). Members the plug-in does
    not use are marked "unused". */
 typedef struct TAFAppInfo {
-  const char16_t* Ver;           /* host version text, e.g. "9.5.0.1"; checked at load */
-  void* WHandle;                 /* host window (HWND), target of the settings queries; may be null */
-  LongBool ServiceMode;          /* unused */
-  int32_t ServiceModePad;        /* padding of the 8-byte slot */
-  TAFInfoOut InfoOut;            /* the general log, when no task is at hand */
-  TAFGetFreeMem QMGetMemory;     /* every block the plug-in hands to the host */
-  TAFGetFreeMem QMFreeMemory;    /* gives such a block back, with its size */
-  TAFJobsEnum JobsEnum;          /* unused */
-  TAFJobRunProc JobRun;          /* unused */
+  const char16_t* Ver;                /* host version text, e.g. "9.5.0.1"; checked at load */
+  void* WHandle;                      /* host window (HWND), target of the settings queries; may be null */
+  LongBool ServiceMode;               /* unused */
+  int32_t ServiceModePad;             /* padding of the 8-byte slot */
+  TAFInfoOut InfoOut;                 /* the general log, when no task is at hand */
+  TAFGetFreeMem QMGetMemory;          /* every block the plug-in hands to the host */
+  TAFGetFreeMem QMFreeMemory;         /* gives such a block back, with its size */
+  TAFJobsEnum JobsEnum;               /* unused */
+  TAFJobRunProc JobRun;               /* unused */
   TAFGetCurrentJobID GetCurrentJobID; /* unused */
-  TAFJobStopProc JobStop;        /* unused */
-  TAFJobProc JobTriggersOn;      /* unused */
-  TAFJobProc JobTriggersOff;     /* unused */
-  TAFAddMenuItem AddMenuItem;    /* unused */
-  TAFRemoveMenuItem RemoveMenuItem; /* unused */
-  TAFExpandText ExpandText;      /* {variable} expansion of step settings */
-  TAFSelectVar SelectVar;        /* variable picker of the configuration dialogs */
-  TAFAddVar AddSysVar;           /* unused */
-  TAFUserVarProc AddUserVar;     /* unused */
-  TAFUserVarProc DelUserVar;     /* unused */
-  TAFUserVarProc SetUserVar;     /* sets the host variables an action produces */
-  TAFSimpleProc AppMinimize;     /* unused */
-  TAFSimpleProc AppRestore;      /* unused */
-  TAFSimpleProc AppClose;        /* unused */
-  TAFSimpleProc AutomationOn;    /* unused */
-  TAFSimpleProc AutomationOff;   /* unused */
+  TAFJobStopProc JobStop;             /* unused */
+  TAFJobProc JobTriggersOn;           /* unused */
+  TAFJobProc JobTriggersOff;          /* unused */
+  TAFAddMenuItem AddMenuItem;         /* unused */
+  TAFRemoveMenuItem RemoveMenuItem;   /* unused */
+  TAFExpandText ExpandText;           /* {variable} expansion of step settings */
+  TAFSelectVar SelectVar;             /* variable picker of the configuration dialogs */
+  TAFAddVar AddSysVar;                /* unused */
+  TAFUserVarProc AddUserVar;          /* unused */
+  TAFUserVarProc DelUserVar;          /* unused */
+  TAFUserVarProc SetUserVar;          /* sets the host variables an action produces */
+  TAFSimpleProc AppMinimize;          /* unused */
+  TAFSimpleProc AppRestore;           /* unused */
+  TAFSimpleProc AppClose;             /* unused */
+  TAFSimpleProc AutomationOn;         /* unused */
+  TAFSimpleProc AutomationOff;        /* unused */
   int32_t Reserved1;
   int32_t Reserved2;
-  TAFPluinAbout PluginAbout;     /* the host's about box */
-  TTaskManage TaskManage;        /* unused */
+  TAFPluinAbout PluginAbout; /* the host's about box */
+  TTaskManage TaskManage;    /* unused */
   int32_t Reserved3;
   int32_t Reserved3Pad;
-  TQMSetLastError SetLastError;  /* a failed step's error code and text; may be null */
-  TAFJobsEnumENV JobsEnumENV;    /* unused */
+  TQMSetLastError SetLastError;   /* a failed step's error code and text; may be null */
+  TAFJobsEnumENV JobsEnumENV;     /* unused */
   TQMSetRuntimeTag SetRuntimeTag; /* unused */
   TQMGetRuntimeTag GetRuntimeTag; /* unused */
 } TAFAppInfo;
@@ -177,8 +178,8 @@ typedef struct TAFAppInfo {
    then owns that block and frees it, and the plug-in gives back the block it
    had put there before, if any, with its size. */
 typedef struct TAFActionParams {
-  int32_t Size;   /* bytes at PPtr, terminator included */
-  char16_t* PPtr; /* name=value lines, each ending in CR LF, zero-terminated; may be null */
+  int32_t Size;      /* bytes at PPtr, terminator included */
+  char16_t* PPtr;    /* name=value lines, each ending in CR LF, zero-terminated; may be null */
   uint32_t TaskID;   /* the running task (ExecAction, JobStop) */
   int32_t StepNum;   /* the step's position in the task, from 0 */
   LongBool IsRemote; /* unused */
@@ -187,7 +188,7 @@ typedef struct TAFActionParams {
 /* An event's parameter block, as TAFActionParams (the plug-in has no events). */
 typedef struct TAFEventParams {
   int32_t JobID;
-  int32_t Size;   /* bytes at PPtr, terminator included */
+  int32_t Size; /* bytes at PPtr, terminator included */
   char16_t* PPtr;
   uint32_t UniqueID;
   LongBool IsRemote;
@@ -258,17 +259,17 @@ typedef struct TAFEventsInfo {
 /* What InitQMPlugin returns: plug-in-owned, until unload. Procedures come on
    the UI thread. */
 typedef struct TAFPluginInfo {
-  int32_t ID;                   /* the plug-in's identifier */
-  void* Icon;                   /* HICON, plug-in-owned, or null */
-  const char16_t* Descr;        /* the plug-in's description */
-  TAFSimpleProc PluginConfig;   /* null unless the plug-in has a settings dialog */
-  TAFSimpleProc About;          /* null unless the plug-in has an about box */
-  TAFSimpleProc ShutdownPlugin; /* null unless the plug-in wants a shutdown call */
-  LongBool IsActions;           /* -1 with at least one action */
-  TAFActionsInfo* ActionsInfo;  /* null without actions */
-  LongBool IsEvents;            /* -1 with at least one event */
-  TAFEventsInfo* EventsInfo;    /* null without events */
-  TSetDWORD SetLocale;          /* the host's locale identifier; always set */
+  int32_t ID;                    /* the plug-in's identifier */
+  void* Icon;                    /* HICON, plug-in-owned, or null */
+  const char16_t* Descr;         /* the plug-in's description */
+  TAFSimpleProc PluginConfig;    /* null unless the plug-in has a settings dialog */
+  TAFSimpleProc About;           /* null unless the plug-in has an about box */
+  TAFSimpleProc ShutdownPlugin;  /* null unless the plug-in wants a shutdown call */
+  LongBool IsActions;            /* -1 with at least one action */
+  TAFActionsInfo* ActionsInfo;   /* null without actions */
+  LongBool IsEvents;             /* -1 with at least one event */
+  TAFEventsInfo* EventsInfo;     /* null without events */
+  TSetDWORD SetLocale;           /* the host's locale identifier; always set */
   TGetPluginLogo GetPluginImage; /* null without an image collection */
   TAFSimpleProc ClearImages;     /* null without an image collection */
 } TAFPluginInfo;

@@ -190,7 +190,9 @@ void TQMParamParser::SetString(std::u16string_view name, std::u16string_view val
 
 void TQMParamParser::SetInteger(std::u16string_view name, int32_t value) { SetString(name, IntToStr(value)); }
 
-std::u16string TQMParamParser::GetString(const keys::StepKey& key) const { return GetStringDef(key.name, key.fallback); }
+std::u16string TQMParamParser::GetString(const keys::StepKey& key) const {
+  return GetStringDef(key.name, key.fallback);
+}
 
 std::u16string TQMParamParser::GetString(const keys::StepKey& key, int32_t index) const {
   return GetStringDef(keys::IndexedName(key, index), key.fallback);

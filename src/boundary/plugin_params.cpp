@@ -52,8 +52,9 @@ void TQMPluginParams::ToEventParams(TAFEventParams& params) const {
 bool TProducedVariables::AddVarName(std::u16string_view name) {
   const std::u16string_view trimmed = Trim(name);
   if (trimmed.empty()) return false;
-  const auto at = std::lower_bound(names_.begin(), names_.end(), trimmed,
-                                   [](const std::u16string& a, std::u16string_view b) { return CompareNoCase(a, b) < 0; });
+  const auto at =
+      std::lower_bound(names_.begin(), names_.end(), trimmed,
+                       [](const std::u16string& a, std::u16string_view b) { return CompareNoCase(a, b) < 0; });
   if (at == names_.end() || CompareNoCase(*at, trimmed) != 0) names_.insert(at, std::u16string(trimmed));
   return true;
 }

@@ -19,30 +19,29 @@
 
 namespace qm {
 
-#define QMCSV_CATALOGUE(ACTION)                                                                                  \
-  ACTION(OpenData, "A_CSV_OPEN", "CSV Open Data", Simple, "reads a table from a file or typed text",              \
-         kSourceKeys, kFormatKeys)                                                                               \
-  ACTION(DataInformation, "A_CSV_INFO", "CSV Get Data Information", Simple, "the record and column counts",      \
-         kInformationKeys, kSourceKeys, kFormatKeys)                                                             \
-  ACTION(AddColumn, "A_CSV_ADDCOLUMN", "CSV Add Column", Simple, "", kAddColumnKeys, kSourceKeys, kFormatKeys)    \
-  ACTION(RemoveColumns, "A_CSV_REMOVECOLUMN", "CSV Remove Column", Simple, "", kRemoveColumnsKeys, kSourceKeys,   \
-         kFormatKeys)                                                                                            \
-  ACTION(SortByColumn, "A_CSV_SORT", "CSV Sort by Column", Simple, "", kSortKeys, kSourceKeys, kFormatKeys)       \
+#define QMCSV_CATALOGUE(ACTION)                                                                                    \
+  ACTION(OpenData, "A_CSV_OPEN", "CSV Open Data", Simple, "reads a table from a file or typed text", kSourceKeys,  \
+         kFormatKeys)                                                                                              \
+  ACTION(DataInformation, "A_CSV_INFO", "CSV Get Data Information", Simple, "the record and column counts",        \
+         kInformationKeys, kSourceKeys, kFormatKeys)                                                               \
+  ACTION(AddColumn, "A_CSV_ADDCOLUMN", "CSV Add Column", Simple, "", kAddColumnKeys, kSourceKeys, kFormatKeys)     \
+  ACTION(RemoveColumns, "A_CSV_REMOVECOLUMN", "CSV Remove Column", Simple, "", kRemoveColumnsKeys, kSourceKeys,    \
+         kFormatKeys)                                                                                              \
+  ACTION(SortByColumn, "A_CSV_SORT", "CSV Sort by Column", Simple, "", kSortKeys, kSourceKeys, kFormatKeys)        \
   ACTION(MoveColumn, "A_CSV_MOVECOLUMN", "CSV Move Column", Simple, "", kMoveColumnKeys, kSourceKeys, kFormatKeys) \
   ACTION(ReadCells, "A_CSV_READCELLS", "CSV Read Cells", Simple, "cells into variables", kCellKeys, kSourceKeys,   \
-         kFormatKeys)                                                                                            \
-  ACTION(WriteCells, "A_CSV_WRITECELLS", "CSV Write Cells", Simple, "values into cells", kCellKeys, kSourceKeys,  \
-         kFormatKeys)                                                                                            \
-  ACTION(MergeData, "A_CSV_MERGE", "CSV Merge Data", Simple, "appends a second table's records", kMergeKeys,      \
-         kSourceKeys, kFormatKeys)                                                                               \
-  ACTION(FilterData, "A_CSV_FILTER", "CSV Filter Data", Simple, "deletes records by conditions", kFilterKeys,     \
-         kConditionKeys, kSourceKeys, kFormatKeys)                                                               \
-  ACTION(DataLoop, "A_CSV_LOOP", "CSV Data Loop", BeginLoop, "runs the steps up to end-loop once per record",    \
-         kLoopKeys, kConditionKeys, kSourceKeys, kFormatKeys)                                                    \
-  ACTION(RemoveDuplicates, "A_CSV_REMOVEDUPL", "CSV Remove Duplicates", Simple, "", kDuplicatesKeys, kSourceKeys, \
-         kFormatKeys)                                                                                            \
-  ACTION(SaveData, "A_CSV_SAVE", "CSV Save Data", Simple, "the table to a variable or a file", kTargetKeys,       \
-         kFormatKeys)
+         kFormatKeys)                                                                                              \
+  ACTION(WriteCells, "A_CSV_WRITECELLS", "CSV Write Cells", Simple, "values into cells", kCellKeys, kSourceKeys,   \
+         kFormatKeys)                                                                                              \
+  ACTION(MergeData, "A_CSV_MERGE", "CSV Merge Data", Simple, "appends a second table's records", kMergeKeys,       \
+         kSourceKeys, kFormatKeys)                                                                                 \
+  ACTION(FilterData, "A_CSV_FILTER", "CSV Filter Data", Simple, "deletes records by conditions", kFilterKeys,      \
+         kConditionKeys, kSourceKeys, kFormatKeys)                                                                 \
+  ACTION(DataLoop, "A_CSV_LOOP", "CSV Data Loop", BeginLoop, "runs the steps up to end-loop once per record",      \
+         kLoopKeys, kConditionKeys, kSourceKeys, kFormatKeys)                                                      \
+  ACTION(RemoveDuplicates, "A_CSV_REMOVEDUPL", "CSV Remove Duplicates", Simple, "", kDuplicatesKeys, kSourceKeys,  \
+         kFormatKeys)                                                                                              \
+  ACTION(SaveData, "A_CSV_SAVE", "CSV Save Data", Simple, "the table to a variable or a file", kTargetKeys, kFormatKeys)
 
 // The actions by catalogue position.
 enum class Action : int32_t {

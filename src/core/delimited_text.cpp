@@ -83,7 +83,8 @@ std::vector<std::u16string> SplitDelimited(std::u16string_view line, const TextF
 
 std::u16string JoinDelimited(const std::vector<std::u16string>& cells, const TextFormat& format) {
   std::u16string line;
-  JoinDelimited(cells.size(), [&cells](size_t k) { return std::u16string_view(cells[k]); }, format, line);
+  JoinDelimited(
+      cells.size(), [&cells](size_t k) { return std::u16string_view(cells[k]); }, format, line);
   return line;
 }
 

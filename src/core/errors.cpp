@@ -8,9 +8,7 @@ namespace qm {
 
 QmError::QmError(std::u16string_view message) : std::runtime_error(Utf16ToUtf8(message)), message_(message) {}
 
-void RaiseListIndexError(int64_t index) {
-  throw EListError(Format(msg::kListIndexOutOfBounds, {IntToStr(index)}));
-}
+void RaiseListIndexError(int64_t index) { throw EListError(Format(msg::kListIndexOutOfBounds, {IntToStr(index)})); }
 
 void RaiseInvalidInteger(std::u16string_view text) { throw EConvertError(Format(msg::kInvalidInteger, {text})); }
 

@@ -27,8 +27,7 @@ inline void CopyBytes(void* to, const void* from, size_t n) noexcept {
 #if defined(__SSE2__)
   if (n >= 16 && n <= 256) {
     auto move16 = [&](size_t at) {
-      _mm_storeu_si128(reinterpret_cast<__m128i*>(d + at),
-                       _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + at)));
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(d + at), _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + at)));
     };
     for (size_t k = 0; k + 16 < n; k += 16) move16(k);
     move16(n - 16);

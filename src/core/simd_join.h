@@ -20,9 +20,7 @@ inline constexpr size_t kCopyOverrun = 16;
 inline char16_t* CopyRun(const char16_t* p, const char16_t* end, char16_t* out, const char16_t* limit) noexcept {
   size_t n = static_cast<size_t>(end - p);
 #if defined(__SSE2__)
-  auto store = [](char16_t* to, const char16_t* from) {
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), Load(from));
-  };
+  auto store = [](char16_t* to, const char16_t* from) { _mm_storeu_si128(reinterpret_cast<__m128i*>(to), Load(from)); };
   if (n <= 16 && limit - p >= 16) {
     // Most cells: two loads and two stores, whatever their length.
     store(out, p);
@@ -67,9 +65,7 @@ inline char16_t* CopyRun(const uint8_t* p, const uint8_t* end, char16_t* out, co
 inline uint8_t* CopyRun(const uint8_t* p, const uint8_t* end, uint8_t* out, const uint8_t* limit) noexcept {
   size_t n = static_cast<size_t>(end - p);
 #if defined(__SSE2__)
-  auto store = [](uint8_t* to, const uint8_t* from) {
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), Load(from));
-  };
+  auto store = [](uint8_t* to, const uint8_t* from) { _mm_storeu_si128(reinterpret_cast<__m128i*>(to), Load(from)); };
   for (; n >= 16; n -= 16, p += 16, out += 16) store(out, p);
   if (n > 0 && limit - p >= 16) {
     store(out, p);

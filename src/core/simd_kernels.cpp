@@ -48,7 +48,7 @@ const Unit* FindAny3(const Unit* p, const Unit* end, Unit a, Unit b, Unit c) {
 
 template <typename Unit>
 const Unit* FindBlankOr2(const Unit* p, const Unit* end, Unit a, Unit b) {
-  while (p < end && *p > 32 && *p != a && *p != b) ++p;
+  while (p < end && (*p > 32) && *p != a && *p != b) ++p;
   return p;
 }
 

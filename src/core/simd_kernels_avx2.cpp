@@ -22,9 +22,7 @@ struct Avx2 {
   static Reg Eq16(Reg a, Reg b) { return _mm256_cmpeq_epi16(a, b); }
   static Reg AtMost8(Reg v, Reg limit) { return _mm256_cmpeq_epi8(_mm256_min_epu8(v, limit), v); }
   static Reg AtMost16(Reg v, Reg limit) { return _mm256_cmpeq_epi16(_mm256_min_epu16(v, limit), v); }
-  static bool HighBytesZero(Reg v) {
-    return _mm256_testz_si256(v, _mm256_set1_epi16(static_cast<short>(0xFF00))) != 0;
-  }
+  static bool HighBytesZero(Reg v) { return _mm256_testz_si256(v, _mm256_set1_epi16(static_cast<short>(0xFF00))) != 0; }
   static uint32_t Mask(Reg v) { return static_cast<uint32_t>(_mm256_movemask_epi8(v)); }
   static void Widen(const uint8_t* p, char16_t* out) {
     const __m128i lo = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));

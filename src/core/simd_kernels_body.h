@@ -141,8 +141,8 @@ struct Kernels {
   }
 
   static constexpr qm::simd::Kernels Table(Level level, const char* name) {
-    return {level,         name,          &IsAscii,      &FitsLatin1,        &WidenLatin1,       &FindByte,
-            &CountByte,    &FindAny3Bytes, &FindAny3Units, &FindBlankOr2Bytes, &FindBlankOr2Units};
+    return {level,      name,           &IsAscii,       &FitsLatin1,        &WidenLatin1,      &FindByte,
+            &CountByte, &FindAny3Bytes, &FindAny3Units, &FindBlankOr2Bytes, &FindBlankOr2Units};
   }
 };
 

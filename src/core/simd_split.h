@@ -43,14 +43,14 @@ class PieceMasker {
  public:
   PieceMasker(uint8_t delimiter, uint8_t quote) noexcept
 #if defined(__SSE2__)
-      : delimiter_(_mm_set1_epi8(static_cast<char>(delimiter))), quote_(_mm_set1_epi8(static_cast<char>(quote))) {
-  }
+      : delimiter_(_mm_set1_epi8(static_cast<char>(delimiter))),
+        quote_(_mm_set1_epi8(static_cast<char>(quote))){}
 #else
       : delimiter_(delimiter), quote_(quote) {
   }
 #endif
 
-  void Mask(const uint8_t* p, PieceMasks& m) const noexcept {
+        void Mask(const uint8_t* p, PieceMasks& m) const noexcept {
 #if defined(__SSE2__)
     // Codes 0 to 13 and bytes above 0x7F in one signed compare.
     const __m128i fourteen = _mm_set1_epi8(14);

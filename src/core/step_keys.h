@@ -76,115 +76,118 @@ std::u16string IndexedName(const StepKey& key, int32_t index);
 
 // One StepKey from the fields of a KEY(...) line (the name and the default
 // are written once and given as UTF-16 and as narrow text).
-#define QMCSV_STEP_KEY(name, index, type, fallback, values, last, flags, meaning)                                 \
-  ::qm::keys::StepKey {                                                                                          \
-    u"" name, name, ::qm::keys::KeyIndex::index, ::qm::keys::KeyType::type, u"" fallback, fallback,              \
-        ::qm::keys::Values::values, last, static_cast<uint8_t>(flags), meaning                                   \
+#define QMCSV_STEP_KEY(name, index, type, fallback, values, last, flags, meaning)                   \
+  ::qm::keys::StepKey {                                                                             \
+    u"" name, name, ::qm::keys::KeyIndex::index, ::qm::keys::KeyType::type, u"" fallback, fallback, \
+        ::qm::keys::Values::values, last, static_cast<uint8_t>(flags), meaning                      \
   }
 
 // Where the data comes from and how lines are skipped: every action that reads a table.
-#define QMCSV_SOURCE_KEYS(KEY)                                                                                   \
-  KEY(Source, "source", None, Integer, "0", Choice, 2, kPlain,                                                   \
-      "0 the task's current table, 1 a file, 2 the text lines of the step")                                      \
-  KEY(FileName, "filename", None, Text, "", Any, 0, kPlain, "the file to read; {variables} are expanded")        \
-  KEY(Encoding, "encoding", None, Integer, "0", Choice, 5, kPlain,                                               \
-      "the file's encoding: 0 default (ANSI code page), 1 UTF-7, 2 UTF-8, 3 UTF-16 LE, 4 ASCII, 5 ANSI")         \
+#define QMCSV_SOURCE_KEYS(KEY)                                                                                       \
+  KEY(Source, "source", None, Integer, "0", Choice, 2, kPlain,                                                       \
+      "0 the task's current table, 1 a file, 2 the text lines of the step")                                          \
+  KEY(FileName, "filename", None, Text, "", Any, 0, kPlain, "the file to read; {variables} are expanded")            \
+  KEY(Encoding, "encoding", None, Integer, "0", Choice, 5, kPlain,                                                   \
+      "the file's encoding: 0 default (ANSI code page), 1 UTF-7, 2 UTF-8, 3 UTF-16 LE, 4 ASCII, 5 ANSI")             \
   KEY(SkipFirst, "skipfirst", None, Integer, "0", Count, 0, kPlain, "lines to drop at the start, before the header") \
-  KEY(SkipEmpty, "skipempty", None, Boolean, "1", Boolean, 0, kPlain, "drop blank lines")                        \
+  KEY(SkipEmpty, "skipempty", None, Boolean, "1", Boolean, 0, kPlain, "drop blank lines")                            \
   KEY(SkipComments, "skipcomments", None, Boolean, "0", Boolean, 0, kPlain, "drop lines starting with commentchars") \
-  KEY(CommentChars, "commentchars", None, Text, "#", Any, 0, kPlain,                                             \
-      "the comment prefix; blank turns skipcomments off")                                                        \
+  KEY(CommentChars, "commentchars", None, Text, "#", Any, 0, kPlain,                                                 \
+      "the comment prefix; blank turns skipcomments off")                                                            \
   KEY(HeaderLine, "headerline", None, Boolean, "0", Boolean, 0, kPlain, "the first data line holds the field names") \
-  KEY(LineCount, "linecount", None, Integer, "0", Count, 0, kPlain, "the number of text lines (source 2)")        \
+  KEY(LineCount, "linecount", None, Integer, "0", Count, 0, kPlain, "the number of text lines (source 2)")           \
   KEY(Line, "line", Hex8, Text, "", Any, 0, kPlain, "text line N (0-based, 8 hex digits); {variables} are expanded")
 
 // How CSV text is split and joined.
 #define QMCSV_FORMAT_KEYS(KEY)                                                                                   \
-  KEY(Delimiter, "delimiter", None, Integer, "2", Choice, 4, kPlain, "0 comma, 1 colon, 2 semicolon, 3 tab, 4 otherchar") \
-  KEY(OtherChar, "otherchar", None, Text, "", Any, 0, kPlain, "the delimiter for choice 4: its first character")  \
+  KEY(Delimiter, "delimiter", None, Integer, "2", Choice, 4, kPlain,                                             \
+      "0 comma, 1 colon, 2 semicolon, 3 tab, 4 otherchar")                                                       \
+  KEY(OtherChar, "otherchar", None, Text, "", Any, 0, kPlain, "the delimiter for choice 4: its first character") \
   KEY(QuoteChar, "quotechar", None, Integer, "0", Choice, 2, kPlain, "0 double quote, 1 single quote, 2 none")   \
   KEY(StrictDelimiter, "strictdelimiter", None, Boolean, "1", Boolean, 0, kPlain,                                \
       "only the delimiter separates cells (blanks do not)")
 
 // Where Save Data writes the table.
-#define QMCSV_TARGET_KEYS(KEY)                                                                                   \
-  KEY(SaveToVariable, "savetovariable", None, Boolean, "0", Boolean, 0, kPlain,                                  \
-      "write the CSV text into a host variable")                                                                 \
-  KEY(SaveVariable, "savevariable", None, Text, "", Any, 0, kProduced, "that variable's name")                   \
-  KEY(SaveToFile, "savetofile", None, Boolean, "0", Boolean, 0, kPlain,                                          \
-      "write the CSV text into a file (replaced if it exists)")                                                  \
+#define QMCSV_TARGET_KEYS(KEY)                                                                                        \
+  KEY(SaveToVariable, "savetovariable", None, Boolean, "0", Boolean, 0, kPlain,                                       \
+      "write the CSV text into a host variable")                                                                      \
+  KEY(SaveVariable, "savevariable", None, Text, "", Any, 0, kProduced, "that variable's name")                        \
+  KEY(SaveToFile, "savetofile", None, Boolean, "0", Boolean, 0, kPlain,                                               \
+      "write the CSV text into a file (replaced if it exists)")                                                       \
   KEY(TargetFileName, "targetfilename", None, Text, "", Any, 0, kPlain, "that file's name; missing folders are made") \
-  KEY(TargetEncoding, "targetencoding", None, Integer, "0", Choice, 5, kPlain,                                   \
-      "the file's encoding, choices as for encoding")                                                            \
-  KEY(NotChangeFormat, "notchangeformat", None, Boolean, "1", Boolean, 0, kPlain,                                \
+  KEY(TargetEncoding, "targetencoding", None, Integer, "0", Choice, 5, kPlain,                                        \
+      "the file's encoding, choices as for encoding")                                                                 \
+  KEY(NotChangeFormat, "notchangeformat", None, Boolean, "1", Boolean, 0, kPlain,                                     \
       "keep the table's own format instead of the format keys")
 
 // The record conditions of Filter Data and Data Loop.
-#define QMCSV_CONDITION_KEYS(KEY)                                                                                \
-  KEY(ConditionMode, "conditionmode", None, Boolean, "0", Boolean, 0, kPlain,                                    \
-      "0 every condition must be met (AND), 1 any one (OR)")                                                     \
-  KEY(ConditionsCount, "conditionscount", None, Integer, "0", Count, 0, kPlain, "the number of conditions")      \
-  KEY(Condition, "condition", Hex8, Text, "", Any, 0, kPlain,                                                    \
+#define QMCSV_CONDITION_KEYS(KEY)                                                                           \
+  KEY(ConditionMode, "conditionmode", None, Boolean, "0", Boolean, 0, kPlain,                               \
+      "0 every condition must be met (AND), 1 any one (OR)")                                                \
+  KEY(ConditionsCount, "conditionscount", None, Integer, "0", Count, 0, kPlain, "the number of conditions") \
+  KEY(Condition, "condition", Hex8, Text, "", Any, 0, kPlain,                                               \
       "condition N (0-based, 8 hex digits), as the condition editor stores it")
 
-#define QMCSV_INFORMATION_KEYS(KEY)                                                                              \
-  KEY(RecordCountVar, "recordcountvar", None, Text, "", Any, 0, kProduced,                                       \
-      "the variable that receives the record count; empty: none")                                                \
-  KEY(ColCountVar, "colcountvar", None, Text, "", Any, 0, kProduced,                                             \
+#define QMCSV_INFORMATION_KEYS(KEY)                                        \
+  KEY(RecordCountVar, "recordcountvar", None, Text, "", Any, 0, kProduced, \
+      "the variable that receives the record count; empty: none")          \
+  KEY(ColCountVar, "colcountvar", None, Text, "", Any, 0, kProduced,       \
       "the variable that receives the column count; empty: none")
 
-#define QMCSV_ADD_COLUMN_KEYS(KEY)                                                                               \
-  KEY(ToTheEnd, "totheend", None, Boolean, "1", Boolean, 0, kPlain,                                              \
-      "append after the last column; 0 inserts at position")                                                     \
-  KEY(Position, "position", None, Text, "", Position, 0, kExpanded,                                              \
-      "the column number (from 1) to insert at; {variables} are expanded")                                       \
-  KEY(ColumnName, "columnname", None, Text, "New field", Any, 0, kPlain, "the new column's field name")          \
-  KEY(FillMode, "fillmode", None, Integer, "0", Choice, 2, kPlain, "0 empty, 1 sequence number, 2 columnvalue")  \
+#define QMCSV_ADD_COLUMN_KEYS(KEY)                                                                              \
+  KEY(ToTheEnd, "totheend", None, Boolean, "1", Boolean, 0, kPlain,                                             \
+      "append after the last column; 0 inserts at position")                                                    \
+  KEY(Position, "position", None, Text, "", Position, 0, kExpanded,                                             \
+      "the column number (from 1) to insert at; {variables} are expanded")                                      \
+  KEY(ColumnName, "columnname", None, Text, "New field", Any, 0, kPlain, "the new column's field name")         \
+  KEY(FillMode, "fillmode", None, Integer, "0", Choice, 2, kPlain, "0 empty, 1 sequence number, 2 columnvalue") \
   KEY(ColumnValue, "columnvalue", None, Text, "", Any, 0, kPlain, "the value for fill mode 2")
 
-#define QMCSV_REMOVE_COLUMNS_KEYS(KEY)                                                                           \
+#define QMCSV_REMOVE_COLUMNS_KEYS(KEY) \
   KEY(RemoveColumns, "removecolumns", None, Text, "", Any, 0, kPlain, "column numbers (from 1), separated by commas")
 
-#define QMCSV_MOVE_COLUMN_KEYS(KEY)                                                                              \
-  KEY(FromPos, "frompos", None, Text, "", Position, 0, kExpanded, "the number (from 1) of the column to move")    \
+#define QMCSV_MOVE_COLUMN_KEYS(KEY)                                                                            \
+  KEY(FromPos, "frompos", None, Text, "", Position, 0, kExpanded, "the number (from 1) of the column to move") \
   KEY(ToPos, "topos", None, Text, "", Position, 0, kExpanded, "the position (from 1) to move it to")
 
-#define QMCSV_SORT_KEYS(KEY)                                                                                     \
-  KEY(SortColumn, "sortcolumn", None, Text, "", Position, 0, kExpanded, "the number (from 1) of the column to sort by") \
-  KEY(SortDirection, "sortdirection", None, Boolean, "0", Boolean, 0, kPlain, "0 ascending, 1 descending")       \
-  KEY(SortMode, "sortmode", None, Boolean, "0", Boolean, 0, kPlain, "0 as text, 1 as numbers")                   \
-  KEY(SortCaseSensitive, "casesensitive", None, Boolean, "0", Boolean, 0, kPlain,                                \
+#define QMCSV_SORT_KEYS(KEY)                                                                               \
+  KEY(SortColumn, "sortcolumn", None, Text, "", Position, 0, kExpanded,                                    \
+      "the number (from 1) of the column to sort by")                                                      \
+  KEY(SortDirection, "sortdirection", None, Boolean, "0", Boolean, 0, kPlain, "0 ascending, 1 descending") \
+  KEY(SortMode, "sortmode", None, Boolean, "0", Boolean, 0, kPlain, "0 as text, 1 as numbers")             \
+  KEY(SortCaseSensitive, "casesensitive", None, Boolean, "0", Boolean, 0, kPlain,                          \
       "text comparison tells upper from lower case")
 
 // Read Cells and Write Cells: the cells, numbered from 0.
-#define QMCSV_CELL_KEYS(KEY)                                                                                     \
-  KEY(CellCount, "cellcount", None, Integer, "0", Count, 0, kPlain, "the number of cells")                       \
-  KEY(Row, "row", Decimal, Text, "0", Position, 0, kExpanded, "cell N's row (from 1)")                           \
-  KEY(Col, "col", Decimal, Text, "0", Position, 0, kExpanded, "cell N's column (from 1)")                        \
-  KEY(Val, "val", Decimal, Text, "", Any, 0, kProducedWhenReading,                                               \
+#define QMCSV_CELL_KEYS(KEY)                                                               \
+  KEY(CellCount, "cellcount", None, Integer, "0", Count, 0, kPlain, "the number of cells") \
+  KEY(Row, "row", Decimal, Text, "0", Position, 0, kExpanded, "cell N's row (from 1)")     \
+  KEY(Col, "col", Decimal, Text, "0", Position, 0, kExpanded, "cell N's column (from 1)")  \
+  KEY(Val, "val", Decimal, Text, "", Any, 0, kProducedWhenReading,                         \
       "Read Cells: the variable that receives cell N; Write Cells: its new value")
 
-#define QMCSV_MERGE_KEYS(KEY)                                                                                    \
-  KEY(AjustColumns, "ajustcolumns", None, Boolean, "0", Boolean, 0, kPlain,                                      \
+#define QMCSV_MERGE_KEYS(KEY)                                               \
+  KEY(AjustColumns, "ajustcolumns", None, Boolean, "0", Boolean, 0, kPlain, \
       "when the field counts differ: 0 fail, 1 adjust the added data")
 
-#define QMCSV_FILTER_KEYS(KEY)                                                                                   \
-  KEY(ReverseMode, "reversemode", None, Boolean, "0", Boolean, 0, kPlain,                                        \
+#define QMCSV_FILTER_KEYS(KEY)                                            \
+  KEY(ReverseMode, "reversemode", None, Boolean, "0", Boolean, 0, kPlain, \
       "0 delete the rows that do not pass, 1 those that pass")
 
-#define QMCSV_LOOP_KEYS(KEY)                                                                                     \
-  KEY(RowVarName, "rowvarname", None, Text, "", Any, 0, kProduced, "the variable that receives the row number (from 1)") \
+#define QMCSV_LOOP_KEYS(KEY)                                                                                         \
+  KEY(RowVarName, "rowvarname", None, Text, "", Any, 0, kProduced,                                                   \
+      "the variable that receives the row number (from 1)")                                                          \
   KEY(LineVarName, "linevarname", None, Text, "", Any, 0, kProduced, "the variable that receives the row's content") \
   KEY(RowFormat, "Format", None, Boolean, "0", Boolean, 0, kPlain, "the row's content: 0 a CSV line, 1 a JSON array")
 
-#define QMCSV_DUPLICATES_KEYS(KEY)                                                                               \
-  KEY(DuplicatesCaseSensitive, "casesensitive", None, Boolean, "0", Boolean, 0, kPlain,                          \
-      "rows that differ in letter case only are different")                                                      \
+#define QMCSV_DUPLICATES_KEYS(KEY)                                                      \
+  KEY(DuplicatesCaseSensitive, "casesensitive", None, Boolean, "0", Boolean, 0, kPlain, \
+      "rows that differ in letter case only are different")                             \
   KEY(VarName, "varname", None, Text, "", Any, 0, kProduced, "the variable that receives the number of rows removed")
 
 // The host's own key, written by every editor: the variables the step sets.
-#define QMCSV_PRODUCED_KEYS(KEY)                                                                                 \
-  KEY(VariablesProduced, "_qm_variables_produced", None, Text, "", Any, 0, kPlain,                               \
+#define QMCSV_PRODUCED_KEYS(KEY)                                                   \
+  KEY(VariablesProduced, "_qm_variables_produced", None, Text, "", Any, 0, kPlain, \
       "the variables the step sets (written by the editor)")
 
 // A group's keys, in the order `qmhost keys` lists them.

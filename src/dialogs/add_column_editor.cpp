@@ -29,13 +29,10 @@ void AddColumnEditor::Save(TQMParamParser& block) const {
 bool AddColumnEditor::IsEnabled(AddColumnControl control) const {
   switch (control) {
     case AddColumnControl::PositionLabel:
-    case AddColumnControl::Position:
-      return action == AddColumnAction::Insert;
+    case AddColumnControl::Position: return action == AddColumnAction::Insert;
     case AddColumnControl::ValueLabel:
-    case AddColumnControl::Value:
-      return fill == ColumnFill::Static;
-    default:
-      return true;
+    case AddColumnControl::Value: return fill == ColumnFill::Static;
+    default: return true;
   }
 }
 

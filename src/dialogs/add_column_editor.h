@@ -32,8 +32,8 @@ class AddColumnEditor {
  public:
   static constexpr std::u16string_view kCaption = u"CSV Add Column";
   static constexpr std::u16string_view kDefaultName = keys::kColumnName.fallback;
-  static constexpr std::array<std::u16string_view, 5> kLabels = {u"&Action:", u"Insert at (from 1):",
-                                                                 u"Column name:", u"Fill mode: ", u"Column value:"};
+  static constexpr std::array<std::u16string_view, 5> kLabels = {u"&Action:", u"Insert at (from 1):", u"Column name:",
+                                                                 u"Fill mode: ", u"Column value:"};
   static constexpr std::array<std::u16string_view, 2> kActionItems = {u"Append column", u"Insert column"};
   static constexpr std::array<std::u16string_view, 3> kFillItems = {u"Empty value", u"Sequence number",
                                                                     u"Static value"};

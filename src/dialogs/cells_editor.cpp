@@ -10,8 +10,7 @@ void CellsEditor::Load(const TQMParamParser& block) {
   cells.clear();
   const int32_t count = block.GetInteger(keys::kCellCount);
   for (int32_t i = 0; i < count; ++i) {
-    cells.push_back(
-        {block.GetString(keys::kRow, i), block.GetString(keys::kCol, i), block.GetString(keys::kVal, i)});
+    cells.push_back({block.GetString(keys::kRow, i), block.GetString(keys::kCol, i), block.GetString(keys::kVal, i)});
   }
   pages.Load(block);
 }

@@ -20,7 +20,7 @@ class TQMParamParser;
 class ConditionList {
  public:
   static constexpr std::array<std::u16string_view, 2> kModeItems = {u"All conditions must be met (AND)",
-                                                                     u"At least one condition must be met (OR)"};
+                                                                    u"At least one condition must be met (OR)"};
   static constexpr std::array<std::u16string_view, 4> kColumnHeadings = {u"Col #", u"Substring or regex",
                                                                          u"Case sensitive", u"Regex"};
   static constexpr std::array<std::u16string_view, 3> kMenuCaptions = {u"Add condition...", u"Edit condition...",

@@ -31,8 +31,8 @@ struct DialogCaption {
 };
 
 struct DialogCaptions {
-  std::vector<std::u16string> pages;     // the tab captions; none: the dialog is one page
-  std::vector<DialogCaption> controls;   // in tab order
+  std::vector<std::u16string> pages;    // the tab captions; none: the dialog is one page
+  std::vector<DialogCaption> controls;  // in tab order
 };
 
 // Gives the dialog's captions their keys, in place. The keys in use on each

@@ -17,8 +17,7 @@ class FilterDataEditor {
  public:
   static constexpr std::u16string_view kCaption = u"CSV Filter Data";
   static constexpr std::u16string_view kDeleteGroup = u"Delete rows that ...";
-  static constexpr std::array<std::u16string_view, 2> kDeleteItems = {u"...don't match filters",
-                                                                      u"...match filters"};
+  static constexpr std::array<std::u16string_view, 2> kDeleteItems = {u"...don't match filters", u"...match filters"};
   static constexpr std::u16string_view kFilterGroup = u"Filter options";
   static constexpr std::array<std::u16string_view, 3> kCommandCaptions = {u"Add ...", u"Edit ...", u"Remove"};
   using Control = SourcedControl<FilterDataControl>;

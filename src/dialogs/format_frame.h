@@ -30,8 +30,8 @@ enum class FormatControl : uint8_t {
 
 class FormatFrame {
  public:
-  static constexpr std::array<std::u16string_view, 5> kDelimiterItems = {
-      u"Comma - ,", u"Colon - :", u"Semicolon - ;", u"Tab Character", u"Custom Character"};
+  static constexpr std::array<std::u16string_view, 5> kDelimiterItems = {u"Comma - ,", u"Colon - :", u"Semicolon - ;",
+                                                                         u"Tab Character", u"Custom Character"};
   static constexpr std::u16string_view kDelimiterLabel = u"Delimiter:";
   static constexpr std::u16string_view kOtherCharLabel = u"Character:";
   static constexpr std::u16string_view kQuoteCharLabel = u"Quote character:";
@@ -39,7 +39,7 @@ class FormatFrame {
   static constexpr std::u16string_view kResetStandard = u"Reset to standard format";
   static constexpr std::u16string_view kResetExcel = u"Reset to Excel format";
   static constexpr std::array<std::u16string_view, 3> kQuoteItems = {u"Double quote - \"", u"Single quote - '",
-                                                                      u"None"};
+                                                                     u"None"};
 
   // `delimiter` (default 2; an index that selects no item is 2), `otherchar`,
   // `quotechar` (default 0; likewise 0), `strictdelimiter` (default true);

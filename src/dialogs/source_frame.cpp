@@ -62,8 +62,7 @@ bool SourceFrame::IsVisible(SourceControl control) const {
   // previous action.
   const bool pages = source != CsvSource::PreviousAction;
   switch (control) {
-    case SourceControl::SourceChoice:
-      return true;
+    case SourceControl::SourceChoice: return true;
     case SourceControl::OptionsPanel:
     case SourceControl::Pages:
     case SourceControl::SkipFirstLabel:
@@ -71,18 +70,14 @@ bool SourceFrame::IsVisible(SourceControl control) const {
     case SourceControl::SkipEmpty:
     case SourceControl::SkipComments:
     case SourceControl::CommentChars:
-    case SourceControl::HeaderLine:
-      return pages;
-    case SourceControl::PreviousNote:
-      return pages && ShownPage() == 0;
+    case SourceControl::HeaderLine: return pages;
+    case SourceControl::PreviousNote: return pages && ShownPage() == 0;
     case SourceControl::FileNameLabel:
     case SourceControl::FileName:
     case SourceControl::FileBrowse:
     case SourceControl::EncodingLabel:
-    case SourceControl::Encoding:
-      return pages && ShownPage() == 1;
-    case SourceControl::Text:
-      return pages && ShownPage() == 2;
+    case SourceControl::Encoding: return pages && ShownPage() == 1;
+    case SourceControl::Text: return pages && ShownPage() == 2;
   }
   return true;
 }

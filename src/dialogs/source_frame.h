@@ -36,8 +36,8 @@ enum class SourceControl : uint8_t {
   HeaderLine,
 };
 
-inline constexpr std::array<std::u16string_view, 6> kEncodingItems = {u"Default", u"UTF-7",   u"UTF-8",
-                                                                       u"Unicode", u"ASCII", u"ANSI"};
+inline constexpr std::array<std::u16string_view, 6> kEncodingItems = {u"Default", u"UTF-7", u"UTF-8",
+                                                                      u"Unicode", u"ASCII", u"ANSI"};
 
 class SourceFrame {
  public:

@@ -30,17 +30,14 @@ std::u16string_view TargetFrame::ProducedVariable() const {
 
 bool TargetFrame::IsEnabled(TargetControl control) const {
   switch (control) {
-    case TargetControl::VariableName:
-      return saveToVariable;
+    case TargetControl::VariableName: return saveToVariable;
     case TargetControl::FileName:
     case TargetControl::FileBrowse:
     case TargetControl::EncodingLabel:
-    case TargetControl::Encoding:
-      return saveToFile;
+    case TargetControl::Encoding: return saveToFile;
     case TargetControl::SaveToVariable:
     case TargetControl::SaveToFile:
-    case TargetControl::KeepFormat:
-      return true;
+    case TargetControl::KeepFormat: return true;
   }
   return true;
 }

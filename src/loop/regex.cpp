@@ -74,9 +74,8 @@ void Regex::Compile() {
 
   int errorCode = 0;
   PCRE2_SIZE errorOffset = 0;
-  std::unique_ptr<pcre2_code, CodeDeleter> code(pcre2_compile(reinterpret_cast<PCRE2_SPTR>(pattern_.data()),
-                                                              pattern_.size(), options, &errorCode, &errorOffset,
-                                                              nullptr));
+  std::unique_ptr<pcre2_code, CodeDeleter> code(pcre2_compile(
+      reinterpret_cast<PCRE2_SPTR>(pattern_.data()), pattern_.size(), options, &errorCode, &errorOffset, nullptr));
   if (!code) {
     throw ERegexError(Format(msg::kRegexErrorAtOffset, {LibraryMessage(errorCode), UIntToStr(errorOffset)}));
   }
@@ -138,8 +137,8 @@ int Regex::MatchCounted(std::u16string_view subject, const char16_t* text) {
   // The callout decides; the library's own limit only stays out of its way.
   pcre2_set_match_limit(matchContext_.get(), UINT32_MAX);
   pcre2_set_callout(matchContext_.get(), &CountWork, &budget);
-  int rc = pcre2_match(countedCode_.get(), reinterpret_cast<PCRE2_SPTR>(text), subject.size(), 0, 0,
-                       matchData_.get(), matchContext_.get());
+  int rc = pcre2_match(countedCode_.get(), reinterpret_cast<PCRE2_SPTR>(text), subject.size(), 0, 0, matchData_.get(),
+                       matchContext_.get());
   if (rc == PCRE2_ERROR_JIT_STACKLIMIT) {
     // The rest of the same budget for the interpreter (see Search).
     rc = pcre2_match(countedCode_.get(), reinterpret_cast<PCRE2_SPTR>(text), subject.size(), 0, PCRE2_NO_JIT,

@@ -49,10 +49,9 @@ size_t AnsiEncode(const char16_t* text, size_t count, char* out) {
     size_t part = count - done < kSlice ? count - done : kSlice;
     // Keep a surrogate pair in one slice.
     if (done + part < count && text[done + part - 1] >= 0xD800 && text[done + part - 1] <= 0xDBFF) --part;
-    written += static_cast<size_t>(WideCharToMultiByte(CP_ACP, EncodeFlags(),
-                                                       reinterpret_cast<const wchar_t*>(text + done),
-                                                       static_cast<int>(part), out + written, INT_MAX, nullptr,
-                                                       nullptr));
+    written +=
+        static_cast<size_t>(WideCharToMultiByte(CP_ACP, EncodeFlags(), reinterpret_cast<const wchar_t*>(text + done),
+                                                static_cast<int>(part), out + written, INT_MAX, nullptr, nullptr));
     done += part;
   }
   return written;

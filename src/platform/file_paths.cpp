@@ -45,7 +45,7 @@ bool ForceFolders(std::u16string_view path) {
   if (path.empty()) return true;
   if (path.size() == 2 && IsLetter(path[0]) && path[1] == u':') return true;
   std::u16string folder = path.size() > 1 && IsSeparator(path.back()) ? std::u16string(path.substr(0, path.size() - 1))
-                                                                       : std::u16string(path);
+                                                                      : std::u16string(path);
   if (folder.empty() || DirectoryExists(folder)) return true;
   const std::u16string parent = ExtractFileDir(folder);
   if (!parent.empty() && parent.size() < folder.size() && !ForceFolders(parent)) return false;

@@ -36,16 +36,12 @@ bool ParentExists(const std::string& path) {
 
 std::u16string Reason(int error, const std::string& path) {
   switch (error) {
-    case ENOENT:
-      return std::u16string(ParentExists(path) ? msg::kFileNotFound : msg::kPathNotFound);
-    case ENOTDIR:
-      return std::u16string(msg::kPathNotFound);
+    case ENOENT: return std::u16string(ParentExists(path) ? msg::kFileNotFound : msg::kPathNotFound);
+    case ENOTDIR: return std::u16string(msg::kPathNotFound);
     case EACCES:
     case EPERM:
-    case EISDIR:
-      return std::u16string(msg::kAccessDenied);
-    default:
-      return Utf8ToUtf16(std::strerror(error));
+    case EISDIR: return std::u16string(msg::kAccessDenied);
+    default: return Utf8ToUtf16(std::strerror(error));
   }
 }
 

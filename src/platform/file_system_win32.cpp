@@ -14,20 +14,15 @@ std::wstring NativePath(std::u16string_view path) { return std::wstring(path.beg
 
 std::u16string Reason(DWORD error) {
   switch (error) {
-    case ERROR_FILE_NOT_FOUND:
-      return std::u16string(msg::kFileNotFound);
-    case ERROR_PATH_NOT_FOUND:
-      return std::u16string(msg::kPathNotFound);
-    case ERROR_ACCESS_DENIED:
-      return std::u16string(msg::kAccessDenied);
-    default:
-      break;
+    case ERROR_FILE_NOT_FOUND: return std::u16string(msg::kFileNotFound);
+    case ERROR_PATH_NOT_FOUND: return std::u16string(msg::kPathNotFound);
+    case ERROR_ACCESS_DENIED: return std::u16string(msg::kAccessDenied);
+    default: break;
   }
   wchar_t* buffer = nullptr;
-  const DWORD length = FormatMessageW(
-      FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS |
-          FORMAT_MESSAGE_ARGUMENT_ARRAY,
-      nullptr, error, 0, reinterpret_cast<wchar_t*>(&buffer), 0, nullptr);
+  const DWORD length = FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM |
+                                          FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_ARGUMENT_ARRAY,
+                                      nullptr, error, 0, reinterpret_cast<wchar_t*>(&buffer), 0, nullptr);
   std::u16string text;
   if (buffer) {
     text.assign(reinterpret_cast<const char16_t*>(buffer), length);
@@ -138,8 +133,8 @@ void FileWriter::Close() {
     // MoveFileExW to refuse.
     const DWORD attributes = GetFileAttributesW(target.c_str());
     const bool exists = attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
-    placed = exists && ReplaceFileW(target.c_str(), partial.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
-                                    nullptr);
+    placed = exists &&
+             ReplaceFileW(target.c_str(), partial.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr);
     // Where ReplaceFileW refuses (the file went meanwhile, a file system or
     // a Wine version without its support), both files are as they were:
     // the plain move still puts the data in place.

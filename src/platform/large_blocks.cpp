@@ -19,9 +19,9 @@ LargeBlockCache& Cache() {
   // objects are gone: the closer below empties it at unload instead. It
   // lives in the library's own storage, so nothing of it is left on the heap.
   alignas(LargeBlockCache) static unsigned char storage[sizeof(LargeBlockCache)];
-  static LargeBlockCache* cache = std::construct_at(reinterpret_cast<LargeBlockCache*>(storage),
-                                                    LargeBlockCache::System{&AllocateSystemBlock, &FreeSystemBlock},
-                                                    kMaxKeptBytes, kMaxKeptBlocks);
+  static LargeBlockCache* cache =
+      std::construct_at(reinterpret_cast<LargeBlockCache*>(storage),
+                        LargeBlockCache::System{&AllocateSystemBlock, &FreeSystemBlock}, kMaxKeptBytes, kMaxKeptBlocks);
   return *cache;
 }
 

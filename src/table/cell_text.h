@@ -23,7 +23,7 @@ class CellText {
   constexpr CellText(std::u16string_view wide) noexcept  // NOLINT: a UTF-16 text is a cell text
       : data_(wide.data()), size_(static_cast<uint32_t>(wide.size())) {}
   constexpr CellText(const char16_t* wide) noexcept : CellText(std::u16string_view(wide)) {}  // NOLINT
-  CellText(const std::u16string& wide) noexcept : CellText(std::u16string_view(wide)) {}  // NOLINT
+  CellText(const std::u16string& wide) noexcept : CellText(std::u16string_view(wide)) {}      // NOLINT
   static CellText Narrow(const uint8_t* bytes, size_t size) noexcept {
     CellText text;
     text.data_ = bytes;

@@ -185,9 +185,8 @@ void FileLines::LoadPiece() {
       start = mark.size();
     }
     const size_t breaks = CountBreaks(bytes + start, cut - start);
-    const double scale = cut > start && !endedByNul
-                             ? static_cast<double>(reader_.Size()) / static_cast<double>(cut - start)
-                             : 1.0;
+    const double scale =
+        cut > start && !endedByNul ? static_cast<double>(reader_.Size()) / static_cast<double>(cut - start) : 1.0;
     hint_ = static_cast<size_t>(static_cast<double>(breaks + 1) * scale * 1.02) + 16;
   }
   if (direct_) {

@@ -31,8 +31,7 @@ class FileLines final : public CsvLineSource {
 
   bool Next(std::u16string_view& line) override;
 
-  bool NextData(const SkipRules& rules, LineSplitter& splitter, size_t minCells, bool& skipped,
-                size_t& count) override;
+  bool NextData(const SkipRules& rules, LineSplitter& splitter, size_t minCells, bool& skipped, size_t& count) override;
 
   size_t LineCountHint() const override { return hint_; }
 

@@ -1,6 +1,5 @@
 #include "table/csv_format_settings.h"
 
-
 namespace qm {
 
 char16_t DelimiterFromIndex(int32_t index, char16_t customChar) {

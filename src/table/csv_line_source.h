@@ -30,8 +30,7 @@ class CsvLineSource {
   virtual bool Next(std::u16string_view& line) = 0;
   // The next line: `skipped` when the rules drop it, else split into
   // `splitter` with `count` cells. False at the end of the text.
-  virtual bool NextData(const SkipRules& rules, LineSplitter& splitter, size_t minCells, bool& skipped,
-                        size_t& count);
+  virtual bool NextData(const SkipRules& rules, LineSplitter& splitter, size_t minCells, bool& skipped, size_t& count);
   // About how many lines there are, for pre-sizing the record list.
   virtual size_t LineCountHint() const = 0;
 };

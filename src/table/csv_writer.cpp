@@ -136,7 +136,8 @@ void CheckReadsBack(const TMemoryStrDataStorage& storage, const CsvWriteRules& r
 
 }  // namespace
 
-void WriteCsvLines(const TMemoryStrDataStorage& storage, const CsvWriteRules& rules, std::vector<std::u16string>& lines) {
+void WriteCsvLines(const TMemoryStrDataStorage& storage, const CsvWriteRules& rules,
+                   std::vector<std::u16string>& lines) {
   CheckReadsBack(storage, rules);
   lines.clear();
   lines.reserve(static_cast<size_t>(storage.RecordCount()) + 1);

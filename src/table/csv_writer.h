@@ -22,7 +22,8 @@ struct CsvWriteRules {
 };
 
 // One line a record, without line breaks.
-void WriteCsvLines(const TMemoryStrDataStorage& storage, const CsvWriteRules& rules, std::vector<std::u16string>& lines);
+void WriteCsvLines(const TMemoryStrDataStorage& storage, const CsvWriteRules& rules,
+                   std::vector<std::u16string>& lines);
 // The whole text, every line followed by CR LF.
 void WriteCsvText(const TMemoryStrDataStorage& storage, const CsvWriteRules& rules, std::u16string& text);
 // Straight to a file in `encoding` (byte-order mark first where the encoding

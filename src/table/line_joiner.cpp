@@ -18,8 +18,7 @@ namespace {
 inline const uint8_t* FindQuoteTrigger(const uint8_t* text, const uint8_t* end, const TextFormat& f) {
   const simd::Kernels& k = simd::Active();
   const uint8_t quote = simd::ByteOr0(f.quote), delimiter = simd::ByteOr0(f.delimiter);
-  return f.strict ? k.findAny3Bytes(text, end, 0, quote, delimiter)
-                  : k.findBlankOr2Bytes(text, end, quote, delimiter);
+  return f.strict ? k.findAny3Bytes(text, end, 0, quote, delimiter) : k.findBlankOr2Bytes(text, end, quote, delimiter);
 }
 inline const char16_t* FindQuoteTrigger(const char16_t* text, const char16_t* end, const TextFormat& f) {
   const simd::Kernels& k = simd::Active();

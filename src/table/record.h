@@ -108,7 +108,8 @@ class Record {
     if (!bits_) return;
     const uintptr_t begin = bits_ & ~kTagBits;
     const uintptr_t end = begin + std::min<size_t>(ShapeOf(*this).Bytes(), 1024);
-    for (uintptr_t line = (begin | 63) + 1; line < end; line += 64) __builtin_prefetch(reinterpret_cast<const void*>(line));
+    for (uintptr_t line = (begin | 63) + 1; line < end; line += 64)
+      __builtin_prefetch(reinterpret_cast<const void*>(line));
   }
 
   // Checked access: an index outside 0..Count()-1 raises the list's index error.

@@ -45,7 +45,6 @@ class TSimpleCSVDataClass {
   // Delimiter, quote character and strict flag as one line format.
   TextFormat Format() const noexcept { return format_; }
 
-
   // Text of the last failure; a success leaves it as it was.
   const std::u16string& LastError() const noexcept { return lastError_; }
 

@@ -23,8 +23,8 @@ constexpr bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
 // level instead of twice per comparison, which keeps a sort of a million
 // rows with many equal or long-prefixed keys fast.
 struct TextKey {
-  uint64_t digits;   // four units from the current depth, zero padded
-  uint32_t left;     // units left from the current depth, at most 5
+  uint64_t digits;  // four units from the current depth, zero padded
+  uint32_t left;    // units left from the current depth, at most 5
   uint32_t row;
 };
 
@@ -61,8 +61,8 @@ void FillDigits(TextKey* begin, TextKey* end, const std::vector<CellText>& cells
 #endif
     const CellText cell = cells[key->row];
     const size_t left = cell.size() - depth;
-    key->digits = cell.IsNarrow() ? PackDigits<Fold>(cell.Bytes() + depth, left)
-                                  : PackDigits<Fold>(cell.Units() + depth, left);
+    key->digits =
+        cell.IsNarrow() ? PackDigits<Fold>(cell.Bytes() + depth, left) : PackDigits<Fold>(cell.Units() + depth, left);
     key->left = static_cast<uint32_t>(std::min<size_t>(left, 5));
   }
 }

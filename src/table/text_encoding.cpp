@@ -75,11 +75,21 @@ int Base64Value(uint8_t c) {
 bool DirectUtf7(char16_t c) {
   if ((c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') || (c >= u'0' && c <= u'9')) return true;
   switch (c) {
-    case u'\'': case u'(': case u')': case u',': case u'-': case u'.': case u'/': case u':': case u'?':
-    case u' ': case u'\t': case u'\r': case u'\n': case 0:
-      return true;
-    default:
-      return false;
+    case u'\'':
+    case u'(':
+    case u')':
+    case u',':
+    case u'-':
+    case u'.':
+    case u'/':
+    case u':':
+    case u'?':
+    case u' ':
+    case u'\t':
+    case u'\r':
+    case u'\n':
+    case 0: return true;
+    default: return false;
   }
 }
 
@@ -173,69 +183,48 @@ TextEncoding EncodingFromIndex(int32_t index) {
 
 std::string_view ByteOrderMark(TextEncoding encoding) {
   switch (encoding) {
-    case TextEncoding::UTF8:
-      return "\xEF\xBB\xBF";
-    case TextEncoding::Unicode:
-      return "\xFF\xFE";
-    default:
-      return {};
+    case TextEncoding::UTF8: return "\xEF\xBB\xBF";
+    case TextEncoding::Unicode: return "\xFF\xFE";
+    default: return {};
   }
 }
 
 size_t MaxDecodedUnits(TextEncoding encoding, size_t byteCount) {
   switch (encoding) {
-    case TextEncoding::Unicode:
-      return byteCount / 2 + 1;
+    case TextEncoding::Unicode: return byteCount / 2 + 1;
     case TextEncoding::Default:
-    case TextEncoding::ANSI:
-      return AnsiMaxUnits(byteCount);
-    default:
-      return byteCount;
+    case TextEncoding::ANSI: return AnsiMaxUnits(byteCount);
+    default: return byteCount;
   }
 }
 
 size_t DecodeInto(TextEncoding encoding, const char* bytes, size_t count, char16_t* out) {
   switch (encoding) {
-    case TextEncoding::UTF7:
-      return DecodeUtf7(bytes, count, out);
-    case TextEncoding::UTF8:
-      return DecodeUtf8(bytes, count, out);
-    case TextEncoding::Unicode:
-      return DecodeUtf16Le(bytes, count, out);
-    case TextEncoding::ASCII:
-      return DecodeAscii(bytes, count, out);
-    default:
-      return AnsiDecode(bytes, count, out);
+    case TextEncoding::UTF7: return DecodeUtf7(bytes, count, out);
+    case TextEncoding::UTF8: return DecodeUtf8(bytes, count, out);
+    case TextEncoding::Unicode: return DecodeUtf16Le(bytes, count, out);
+    case TextEncoding::ASCII: return DecodeAscii(bytes, count, out);
+    default: return AnsiDecode(bytes, count, out);
   }
 }
 
 size_t MaxEncodedBytes(TextEncoding encoding, size_t unitCount) {
   switch (encoding) {
-    case TextEncoding::UTF7:
-      return unitCount * 5 + 2;  // "+xyz-" for a lone shifted unit
-    case TextEncoding::UTF8:
-      return unitCount * 3;
-    case TextEncoding::Unicode:
-      return unitCount * 2;
-    case TextEncoding::ASCII:
-      return unitCount;
-    default:
-      return AnsiMaxBytes(unitCount);
+    case TextEncoding::UTF7: return unitCount * 5 + 2;  // "+xyz-" for a lone shifted unit
+    case TextEncoding::UTF8: return unitCount * 3;
+    case TextEncoding::Unicode: return unitCount * 2;
+    case TextEncoding::ASCII: return unitCount;
+    default: return AnsiMaxBytes(unitCount);
   }
 }
 
 size_t EncodeInto(TextEncoding encoding, const char16_t* text, size_t count, char* out) {
   switch (encoding) {
-    case TextEncoding::UTF7:
-      return EncodeUtf7(text, count, out);
-    case TextEncoding::UTF8:
-      return EncodeUtf8(text, count, out);
-    case TextEncoding::Unicode:
-      return EncodeUtf16Le(text, count, out);
-    case TextEncoding::ASCII:
-      return EncodeAscii(text, count, out);
-    default:
-      return AnsiEncode(text, count, out);
+    case TextEncoding::UTF7: return EncodeUtf7(text, count, out);
+    case TextEncoding::UTF8: return EncodeUtf8(text, count, out);
+    case TextEncoding::Unicode: return EncodeUtf16Le(text, count, out);
+    case TextEncoding::ASCII: return EncodeAscii(text, count, out);
+    default: return AnsiEncode(text, count, out);
   }
 }
 

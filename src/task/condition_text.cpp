@@ -19,8 +19,8 @@ ConditionFields SplitCondition(std::u16string_view line) {
 }
 
 std::u16string JoinCondition(const ConditionFields& fields) {
-  return JoinDelimited({fields.column, fields.expression, fields.caseSensitive ? u"1" : u"0", fields.regex ? u"1" : u"0"},
-                       kCommaText);
+  return JoinDelimited(
+      {fields.column, fields.expression, fields.caseSensitive ? u"1" : u"0", fields.regex ? u"1" : u"0"}, kCommaText);
 }
 
 }  // namespace qm

@@ -28,7 +28,8 @@ class LiveObjects {
   template <typename T>
   T* Keep(std::unique_ptr<T> object) {
     T* kept = object.get();
-    if (kept) AddErased(Owned(object.release(), [](void* p) { std::default_delete<T>()(static_cast<T*>(p)); }), typeid(T));
+    if (kept)
+      AddErased(Owned(object.release(), [](void* p) { std::default_delete<T>()(static_cast<T*>(p)); }), typeid(T));
     return kept;
   }
   // Hands a kept object back to its caller, who now owns it; null when

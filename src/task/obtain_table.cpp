@@ -10,8 +10,8 @@
 
 namespace qm {
 
-bool ObtainJobTable(const QmTaskBridge& task, const TQMParamParser& params, TSimpleCSVDataClass*& table,
-                    uint32_t& code, std::u16string& message) {
+bool ObtainJobTable(const QmTaskBridge& task, const TQMParamParser& params, TSimpleCSVDataClass*& table, uint32_t& code,
+                    std::u16string& message) {
   message.clear();
   table = nullptr;
   const TCSVSourceSettings source = ReadSourceSettings(params);

@@ -17,8 +17,8 @@ enum : uint32_t { kObtainNoTable = 1, kObtainFileFailed = 2, kObtainTextFailed =
 // The task's table for this step: the attached one for "Prev. CSV action",
 // else a table attached at once (created when the task has none) and loaded
 // from the file or text. False with a code and message on failure.
-bool ObtainJobTable(const QmTaskBridge& task, const TQMParamParser& params, TSimpleCSVDataClass*& table,
-                    uint32_t& code, std::u16string& message);
+bool ObtainJobTable(const QmTaskBridge& task, const TQMParamParser& params, TSimpleCSVDataClass*& table, uint32_t& code,
+                    std::u16string& message);
 
 // The same, reporting a failure (codes 1, 2 or 3) and answering null.
 TSimpleCSVDataClass* ObtainTableOrReport(const QmTaskBridge& task, const TQMParamParser& params);

@@ -31,8 +31,6 @@ std::u16string_view ReadExpandedView(const TQMParamParser& params, const keys::S
 // A number typed by the user, counted from 1, as the table's index counted
 // from 0. Wraps around like the host's 32-bit integers, so no input can
 // overflow; a wrapped index is simply one outside the table's columns.
-constexpr int32_t ToTableIndex(int32_t number) {
-  return static_cast<int32_t>(static_cast<uint32_t>(number) - 1u);
-}
+constexpr int32_t ToTableIndex(int32_t number) { return static_cast<int32_t>(static_cast<uint32_t>(number) - 1u); }
 
 }  // namespace qm

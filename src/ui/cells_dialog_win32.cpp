@@ -50,7 +50,9 @@ class CellItemDialog final : public DialogWindow {
   bool Confirm() override {
     m_.entry = CellEntry{Utf16(TextOf(row_)), Utf16(TextOf(column_)), Utf16(TextOf(value_))};
     if (const auto failure = m_.Check()) {
-      HWND control = failure->control == CellItemControl::Row ? row_ : failure->control == CellItemControl::Column ? column_ : value_;
+      HWND control = failure->control == CellItemControl::Row      ? row_
+                     : failure->control == CellItemControl::Column ? column_
+                                                                   : value_;
       ReportFailure(control, Wide(failure->message), failure->beep);
       return false;
     }

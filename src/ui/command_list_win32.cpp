@@ -28,8 +28,9 @@ void CommandList::Build(DialogWindow& d, Box box, int firstId, std::span<const s
     SendMessageW(list_, LVM_INSERTCOLUMNW, c, reinterpret_cast<LPARAM>(&column));
   }
   for (size_t i = 0; i < buttons.size(); ++i) {
-    buttons_[i] = d.Button(Wide(buttons[i]).c_str(), Box{box.x + box.w - kButtonWidth, box.y + int(i) * 32, kButtonWidth, 25},
-                           firstId + int(i), kFollowRight);
+    buttons_[i] =
+        d.Button(Wide(buttons[i]).c_str(), Box{box.x + box.w - kButtonWidth, box.y + int(i) * 32, kButtonWidth, 25},
+                 firstId + int(i), kFollowRight);
   }
   SetWindowSubclass(list_, &CommandList::Shortcuts, reinterpret_cast<UINT_PTR>(this), 0);
 }
@@ -108,11 +109,8 @@ LRESULT CALLBACK CommandList::Shortcuts(HWND list, UINT message, WPARAM wParam, 
                    reinterpret_cast<LPARAM>(owner.buttons_[static_cast<size_t>(*command)]));
       return 0;
     }
-    case WM_NCDESTROY:
-      RemoveWindowSubclass(list, &CommandList::Shortcuts, self);
-      break;
-    default:
-      break;
+    case WM_NCDESTROY: RemoveWindowSubclass(list, &CommandList::Shortcuts, self); break;
+    default: break;
   }
   return DefSubclassProc(list, message, wParam, lParam);
 }

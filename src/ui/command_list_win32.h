@@ -46,8 +46,7 @@ class CommandList {
   std::optional<ListCommand> MenuCommand(HWND control, POINT at) const;
 
  private:
-  static LRESULT CALLBACK Shortcuts(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR self,
-                                    DWORD_PTR);
+  static LRESULT CALLBACK Shortcuts(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR self, DWORD_PTR);
   DialogWindow* dialog_ = nullptr;
   HWND list_ = nullptr;
   std::array<HWND, 3> buttons_{};

@@ -52,9 +52,10 @@ HWND ControlBuilder::Edit(Box box, int id, unsigned anchor, DWORD extra) {
 }
 
 HWND ControlBuilder::Memo(Box box, int id, unsigned anchor) {
-  return Add(L"Edit", L"", WS_TABSTOP | WS_BORDER | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE | ES_AUTOVSCROLL |
-                               ES_AUTOHSCROLL | ES_WANTRETURN,
-             box, id, anchor, WS_EX_CLIENTEDGE);
+  return Add(
+      L"Edit", L"",
+      WS_TABSTOP | WS_BORDER | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE | ES_AUTOVSCROLL | ES_AUTOHSCROLL | ES_WANTRETURN,
+      box, id, anchor, WS_EX_CLIENTEDGE);
 }
 
 HWND ControlBuilder::Check(const wchar_t* text, Box box, int id) {

@@ -17,7 +17,8 @@ enum : int { kRowNumber = 10, kRow, kFormat, kConditions };
 class DataLoopDialog final : public ConditionsDialog {
  public:
   DataLoopDialog(DataLoopEditor& model, int scale)
-      : ConditionsDialog(DataLoopEditor::kCaption, L"TCSVDataLoopForm", model.pages, model.conditions, scale), m_(model) {}
+      : ConditionsDialog(DataLoopEditor::kCaption, L"TCSVDataLoopForm", model.pages, model.conditions, scale),
+        m_(model) {}
 
  private:
   void BuildGeneral(Box a) override {

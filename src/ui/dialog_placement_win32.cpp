@@ -80,8 +80,8 @@ void DialogPlacement::Save(HWND dialog, const std::vector<HWND>& lists) const {
   placement.frame = wp.rcNormalPosition;
   const POINT origin = WorkspaceOrigin();
   OffsetRect(&placement.frame, origin.x, origin.y);
-  placement.maximized = wp.showCmd == SW_SHOWMAXIMIZED ||
-                        (wp.showCmd == SW_SHOWMINIMIZED && (wp.flags & WPF_RESTORETOMAXIMIZED));
+  placement.maximized =
+      wp.showCmd == SW_SHOWMAXIMIZED || (wp.showCmd == SW_SHOWMINIMIZED && (wp.flags & WPF_RESTORETOMAXIMIZED));
   for (HWND list : lists) {
     const int count = Header_GetItemCount(ListView_GetHeader(list));
     for (int c = 0; c < count; ++c) placement.columns.push_back(ListView_GetColumnWidth(list, c));

@@ -68,9 +68,7 @@ LRESULT CALLBACK DialogWindow::PageKeyHook(int code, WPARAM wParam, LPARAM lPara
 INT_PTR DialogWindow::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   const HWND window = Handle();
   switch (message) {
-    case WM_INITDIALOG:
-      Create();
-      return TRUE;
+    case WM_INITDIALOG: Create(); return TRUE;
     case WM_COMMAND: {
       const auto control = reinterpret_cast<HWND>(lParam);
       if (!ButtonCommand(LOWORD(wParam), HIWORD(wParam), control)) Command(LOWORD(wParam), HIWORD(wParam), control);
@@ -92,29 +90,20 @@ INT_PTR DialogWindow::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) 
       PaintBackground(reinterpret_cast<HDC>(wParam));
       SetWindowLongPtrW(window, DWLP_MSGRESULT, TRUE);
       return TRUE;
-    case WM_SIZE:
-      Relayout();
-      return TRUE;
+    case WM_SIZE: Relayout(); return TRUE;
     case WM_GETMINMAXINFO: {
       const SIZE frame = DesignedFrame();
       reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = POINT{frame.cx, frame.cy};
       return TRUE;
     }
-    case WM_TIMER:
-      balloon_.Timer(window, wParam);
-      return TRUE;
-    case WM_SHOWWINDOW:
-      placement_.Shown(window, wParam != 0);
-      return FALSE;
-    case DialogPlacement::kMaximizeMessage:
-      ShowWindow(window, SW_MAXIMIZE);
-      return TRUE;
+    case WM_TIMER: balloon_.Timer(window, wParam); return TRUE;
+    case WM_SHOWWINDOW: placement_.Shown(window, wParam != 0); return FALSE;
+    case DialogPlacement::kMaximizeMessage: ShowWindow(window, SW_MAXIMIZE); return TRUE;
     case WM_DESTROY:
       placement_.Save(window, RememberedLists());
       RemovePropW(window, kFrameProperty);
       return FALSE;
-    default:
-      return FALSE;
+    default: return FALSE;
   }
 }
 

@@ -15,9 +15,9 @@ constexpr UINT kBalloonMilliseconds = 3000;
 
 void FailureBalloon::Show(HWND dialog, HWND control, const std::wstring& message, HFONT font, int maxWidth) {
   if (!balloon_) {
-    balloon_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_BALLOON | TTS_NOPREFIX |
-                                   TTS_ALWAYSTIP, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
-                               dialog, nullptr, OwnModuleHandle(), nullptr);
+    balloon_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                               WS_POPUP | TTS_BALLOON | TTS_NOPREFIX | TTS_ALWAYSTIP, CW_USEDEFAULT, CW_USEDEFAULT,
+                               CW_USEDEFAULT, CW_USEDEFAULT, dialog, nullptr, OwnModuleHandle(), nullptr);
     SendMessageW(balloon_, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     SendMessageW(balloon_, TTM_SETMAXTIPWIDTH, 0, maxWidth);
   }

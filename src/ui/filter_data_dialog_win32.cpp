@@ -17,7 +17,8 @@ enum : int { kDeleteFailing = 10, kDeleteMatching, kConditions };
 class FilterDataDialog final : public ConditionsDialog {
  public:
   FilterDataDialog(FilterDataEditor& model, int scale)
-      : ConditionsDialog(FilterDataEditor::kCaption, L"TCSVFilterDataForm", model.pages, model.conditions, scale), m_(model) {}
+      : ConditionsDialog(FilterDataEditor::kCaption, L"TCSVFilterDataForm", model.pages, model.conditions, scale),
+        m_(model) {}
 
  private:
   void BuildGeneral(Box a) override {

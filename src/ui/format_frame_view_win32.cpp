@@ -19,8 +19,7 @@ void FormatFrameView::Build(DialogWindow& d, Box a) {
   c[size_t(FormatControl::DelimiterLabel)] = d.Label(Wide(F::kDelimiterLabel).c_str(), Box{a.x, a.y + 3, 130, 18});
   c[size_t(FormatControl::Delimiter)] =
       d.DropList(Box{a.x + 140, a.y, 160, 24}, Id(FormatControl::Delimiter), WideItems(F::kDelimiterItems));
-  c[size_t(FormatControl::OtherCharLabel)] =
-      d.Label(Wide(F::kOtherCharLabel).c_str(), Box{a.x + 310, a.y + 3, 62, 18});
+  c[size_t(FormatControl::OtherCharLabel)] = d.Label(Wide(F::kOtherCharLabel).c_str(), Box{a.x + 310, a.y + 3, 62, 18});
   // Free text, stored as typed: it may be a variable reference such as
   // {delim}, expanded when the step runs, so the field takes the rest of the
   // row and grows with the dialog.
@@ -28,7 +27,8 @@ void FormatFrameView::Build(DialogWindow& d, Box a) {
   c[size_t(FormatControl::QuoteCharLabel)] = d.Label(Wide(F::kQuoteCharLabel).c_str(), Box{a.x, a.y + 35, 130, 18});
   c[size_t(FormatControl::QuoteChar)] =
       d.DropList(Box{a.x + 140, a.y + 32, 160, 24}, Id(FormatControl::QuoteChar), WideItems(F::kQuoteItems));
-  c[size_t(FormatControl::Strict)] = d.Check(Wide(F::kStrict).c_str(), Box{a.x, a.y + 66, 380, 22}, Id(FormatControl::Strict));
+  c[size_t(FormatControl::Strict)] =
+      d.Check(Wide(F::kStrict).c_str(), Box{a.x, a.y + 66, 380, 22}, Id(FormatControl::Strict));
   c[size_t(FormatControl::ResetStandard)] =
       d.Button(Wide(F::kResetStandard).c_str(), Box{a.x, a.y + 100, 200, 26}, Id(FormatControl::ResetStandard));
   c[size_t(FormatControl::ResetExcel)] =

@@ -62,14 +62,17 @@ class MergeDialog final : public DialogWindow {
     source_.Read(m_.source);
     format_.Read(m_.format);
     m_.mismatch = SendMessageW(radios_[1], BM_GETCHECK, 0, 0) == BST_CHECKED ? ColumnMismatch::AdjustColumns
-                                                                               : ColumnMismatch::RaiseError;
+                                                                             : ColumnMismatch::RaiseError;
     const auto failure = m_.Check();
     if (!failure) return true;
     HWND control = std::visit(
         [this](auto c) -> HWND {
-          if constexpr (std::is_same_v<decltype(c), SourceControl>) return source_.Control(c);
-          else if constexpr (std::is_same_v<decltype(c), FormatControl>) return format_.Control(c);
-          else return c == MergeControl::Note ? note_ : mismatch_;
+          if constexpr (std::is_same_v<decltype(c), SourceControl>)
+            return source_.Control(c);
+          else if constexpr (std::is_same_v<decltype(c), FormatControl>)
+            return format_.Control(c);
+          else
+            return c == MergeControl::Note ? note_ : mismatch_;
         },
         failure->control);
     ReportFailure(control, Wide(failure->message), failure->beep);

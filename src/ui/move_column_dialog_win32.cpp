@@ -36,7 +36,8 @@ class MoveColumnDialog final : public SourcedDialog {
   bool Confirm() override {
     ReadAll();
     if (const auto failure = m_.Check()) {
-      Report<MoveColumnControl>(*failure, [this](MoveColumnControl c) { return c == MoveColumnControl::To ? to_ : from_; });
+      Report<MoveColumnControl>(*failure,
+                                [this](MoveColumnControl c) { return c == MoveColumnControl::To ? to_ : from_; });
       return false;
     }
     return true;

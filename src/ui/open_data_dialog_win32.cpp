@@ -48,8 +48,10 @@ class OpenDataDialog final : public DialogWindow {
     if (!failure) return true;
     HWND control = std::visit(
         [this](auto c) -> HWND {
-          if constexpr (std::is_same_v<decltype(c), SourceControl>) return source_.Control(c);
-          else return format_.Control(c);
+          if constexpr (std::is_same_v<decltype(c), SourceControl>)
+            return source_.Control(c);
+          else
+            return format_.Control(c);
         },
         failure->control);
     ReportFailure(control, Wide(failure->message), failure->beep);

@@ -26,7 +26,8 @@ class RemoveColumnsDialog final : public SourcedDialog {
   void BuildGeneral(Box a) override {
     Label(Wide(RemoveColumnsEditor::kColumnsLabel).c_str(), Box{a.x, a.y, a.w, 18});
     columns_ = Edit(Box{a.x, a.y + 20, a.w, 23}, kColumns);
-    SendMessageW(columns_, EM_SETCUEBANNER, TRUE, reinterpret_cast<LPARAM>(Wide(RemoveColumnsEditor::kColumnsHint).c_str()));
+    SendMessageW(columns_, EM_SETCUEBANNER, TRUE,
+                 reinterpret_cast<LPARAM>(Wide(RemoveColumnsEditor::kColumnsHint).c_str()));
   }
   void FillGeneral() override { SetText(columns_, Wide(m_.columns)); }
   void ReadGeneral() override { m_.columns = Utf16(TextOf(columns_)); }

@@ -21,7 +21,8 @@ class RemoveDuplicatesDialog final : public SourcedDialog {
 
  private:
   void BuildGeneral(Box a) override {
-    caseSensitive_ = Check(Wide(RemoveDuplicatesEditor::kCaseSensitive).c_str(), Box{a.x, a.y, 250, 22}, kCaseSensitive);
+    caseSensitive_ =
+        Check(Wide(RemoveDuplicatesEditor::kCaseSensitive).c_str(), Box{a.x, a.y, 250, 22}, kCaseSensitive);
     Label(Wide(RemoveDuplicatesEditor::kVariableLabel).c_str(), Box{a.x, a.y + 34, a.w, 18});
     variable_ = Edit(Box{a.x, a.y + 54, 250, 23}, kVariable, 0);
   }

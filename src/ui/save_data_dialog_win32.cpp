@@ -53,8 +53,10 @@ class SaveDataDialog final : public DialogWindow {
     if (!failure) return true;
     HWND control = std::visit(
         [this](auto c) -> HWND {
-          if constexpr (std::is_same_v<decltype(c), TargetControl>) return target_.Control(c);
-          else return format_.Control(c);
+          if constexpr (std::is_same_v<decltype(c), TargetControl>)
+            return target_.Control(c);
+          else
+            return format_.Control(c);
         },
         failure->control);
     ReportFailure(control, Wide(failure->message), failure->beep);

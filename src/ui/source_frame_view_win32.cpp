@@ -55,7 +55,8 @@ void SourceFrameView::Build(DialogWindow& d, Box a, const SourceFrame& model) {
   SendMessageW(spinner_, UDM_SETRANGE32, F::kSkipFirstMin, F::kSkipFirstMax);
   c[At(S::SkipEmpty)] = d.Check(Wide(F::kSkipEmpty).c_str(), Box{a.x, o + 30, 300, 22}, Id(S::SkipEmpty));
   c[At(S::SkipComments)] = d.Check(Wide(F::kSkipComments).c_str(), Box{a.x, o + 58, 200, 22}, Id(S::SkipComments));
-  c[At(S::CommentChars)] = d.EditableList(Box{a.x + 210, o + 57, 80, 24}, Id(S::CommentChars), WideItems(F::kCommentItems));
+  c[At(S::CommentChars)] =
+      d.EditableList(Box{a.x + 210, o + 57, 80, 24}, Id(S::CommentChars), WideItems(F::kCommentItems));
   c[At(S::HeaderLine)] = d.Check(Wide(F::kHeaderLine).c_str(), Box{a.x, o + 86, 300, 22}, Id(S::HeaderLine));
   SetLabelFor(c[At(S::FileNameLabel)], c[At(S::FileName)]);
   SetLabelFor(c[At(S::EncodingLabel)], c[At(S::Encoding)]);
@@ -143,8 +144,7 @@ void SourceFrameView::FollowSkipFirst() {
   wchar_t* end = nullptr;
   const long typed = std::wcstol(text.c_str(), &end, 10);
   if (text.empty() || *end != 0) return;
-  skipPosition_ = static_cast<int32_t>(
-      std::clamp<long>(typed, SourceFrame::kSkipFirstMin, SourceFrame::kSkipFirstMax));
+  skipPosition_ = static_cast<int32_t>(std::clamp<long>(typed, SourceFrame::kSkipFirstMin, SourceFrame::kSkipFirstMax));
 }
 
 void SourceFrameView::Browse() {

@@ -30,9 +30,12 @@ class SourcedDialog : public DialogWindow {
   void Report(const CheckFailure<SourcedControl<Own>>& failure, OwnWindow&& ownWindow) {
     HWND control = std::visit(
         [&](auto c) -> HWND {
-          if constexpr (std::is_same_v<decltype(c), SourceControl>) return source_.Control(c);
-          else if constexpr (std::is_same_v<decltype(c), FormatControl>) return format_.Control(c);
-          else return ownWindow(c);
+          if constexpr (std::is_same_v<decltype(c), SourceControl>)
+            return source_.Control(c);
+          else if constexpr (std::is_same_v<decltype(c), FormatControl>)
+            return format_.Control(c);
+          else
+            return ownWindow(c);
         },
         failure.control);
     ReportFailure(control, std::wstring(failure.message.begin(), failure.message.end()), failure.beep);

@@ -98,7 +98,7 @@ TEST(ActionRefusals, WorkDoneBeforeARefusalStays) {
 
 // Keeps the last row of each set of equal keys, as a list walked bottom up.
 std::vector<std::vector<std::u16string>> ReferenceDistinct(const std::vector<std::vector<std::u16string>>& rows,
-                                                          bool caseSensitive, int32_t& deleted) {
+                                                           bool caseSensitive, int32_t& deleted) {
   std::set<std::u16string> seen;
   std::vector<std::vector<std::u16string>> kept;
   deleted = 0;
@@ -125,12 +125,10 @@ TEST(RemoveDuplicates, MatchesAPlainReferenceOnManyRows) {
   // a supplementary letter in both cases, and lone surrogate halves that a
   // folding of the whole row (rather than of each cell) would wrongly pair.
   const std::u16string high(1, char16_t{0xD801}), low(1, char16_t{0xDC00}), lowFolded(1, char16_t{0xDC28});
-  const std::u16string pieces[] = {u"a",     u"A",         u"ä",         u"Ä",          u"x,y", u"",
-                                   u"\"q\"", u"σ",         u"Σ",         u"b c",        high,   low,
+  const std::u16string pieces[] = {u"a", u"A", u"ä", u"Ä", u"x,y", u"", u"\"q\"", u"σ", u"Σ", u"b c", high, low,
                                    lowFolded, u"\U00010400", u"\U00010428", u"x" + high,
                                    // kept one byte a character or not, with letters that fold across
-                                   u"\u00FF",  u"\u0178",      u"\u00B5",      u"\u039C",    u"\u00E9;",
-                                   u"k",       u"\u212A"};
+                                   u"\u00FF", u"\u0178", u"\u00B5", u"\u039C", u"\u00E9;", u"k", u"\u212A"};
   std::mt19937 random(12345);
   for (const bool caseSensitive : {false, true}) {
     std::vector<std::vector<std::u16string>> rows;

@@ -15,9 +15,9 @@ TEST(ParamParser, ReadsValuesAsStoredBlocksHoldThem) {
   const TQMParamParser p(u"a=b=c\r\nFlag=\nyes=yes\ntwo=2\rneg=-1\r\nN=12x\nNAME=upper\nhex=$1F\nname=second\n");
   EXPECT_EQ(p.GetString(u"a"), u"b=c");  // the value starts after the first "="
   EXPECT_TRUE(p.ParamExist(u"Flag"));
-  EXPECT_TRUE(p.GetBoolDef(u"Flag", true));  // present but empty: the default
+  EXPECT_TRUE(p.GetBoolDef(u"Flag", true));       // present but empty: the default
   EXPECT_EQ(p.GetStringDef(u"Flag", u"x"), u"");  // ...but not for strings
-  EXPECT_FALSE(p.GetBoolDef(u"yes", true));  // unreadable counts as 0
+  EXPECT_FALSE(p.GetBoolDef(u"yes", true));       // unreadable counts as 0
   EXPECT_TRUE(p.GetBool(u"two"));
   EXPECT_TRUE(p.GetBool(u"neg"));
   EXPECT_EQ(p.GetIntegerDef(u"N", 7), 7);

@@ -11,7 +11,7 @@ TEST(VersionCompare, HostVersionsAgainstTheMinimum) {
     int expected;
   };
   const Case cases[] = {
-      {u"9.5.0.0", 0}, {u"9.5.0.1", 1}, {u"10", 1}, {u"9.50", 1}, {u"v9.5", -1},
+      {u"9.5.0.0", 0}, {u"9.5.0.1", 1}, {u"10", 1},   {u"9.50", 1},       {u"v9.5", -1},
       {u"", -1},       {u"9", -1},      {u"9.5a", 0}, {u"9.4.99999", -1},
   };
   for (const auto& c : cases) {

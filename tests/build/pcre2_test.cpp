@@ -19,9 +19,7 @@ struct MatchDataDeleter {
 using Code = std::unique_ptr<pcre2_code, CodeDeleter>;
 using MatchData = std::unique_ptr<pcre2_match_data, MatchDataDeleter>;
 
-PCRE2_SPTR16 Sptr(const std::u16string& text) {
-  return reinterpret_cast<PCRE2_SPTR16>(text.c_str());
-}
+PCRE2_SPTR16 Sptr(const std::u16string& text) { return reinterpret_cast<PCRE2_SPTR16>(text.c_str()); }
 
 Code Compile(const std::u16string& pattern, uint32_t options) {
   int error = 0;
@@ -61,18 +59,16 @@ TEST(Pcre2, JitMatchesCaselessUnicodeWithinText) {
       {u"", -1},
   };
   for (const auto& c : cases) {
-    const int rc = pcre2_jit_match(code.get(), Sptr(c.subject), c.subject.size(), 0, 0,
-                                   data.get(), nullptr);
+    const int rc = pcre2_jit_match(code.get(), Sptr(c.subject), c.subject.size(), 0, 0, data.get(), nullptr);
     if (c.expected_start < 0) {
       EXPECT_EQ(rc, PCRE2_ERROR_NOMATCH) << "subject length " << c.subject.size();
     } else {
       ASSERT_EQ(rc, 1) << "subject length " << c.subject.size();
-      EXPECT_EQ(pcre2_get_ovector_pointer(data.get())[0],
-                static_cast<PCRE2_SIZE>(c.expected_start));
+      EXPECT_EQ(pcre2_get_ovector_pointer(data.get())[0], static_cast<PCRE2_SIZE>(c.expected_start));
     }
     // The interpreter agrees with the JIT code.
-    const int interpreted = pcre2_match(code.get(), Sptr(c.subject), c.subject.size(), 0,
-                                        PCRE2_NO_JIT, data.get(), nullptr);
+    const int interpreted =
+        pcre2_match(code.get(), Sptr(c.subject), c.subject.size(), 0, PCRE2_NO_JIT, data.get(), nullptr);
     EXPECT_EQ(interpreted, rc);
   }
 }
@@ -81,8 +77,7 @@ TEST(Pcre2, ReportsPatternErrors) {
   int error = 0;
   PCRE2_SIZE offset = 0;
   const std::u16string pattern = u"(unclosed";
-  pcre2_code* code =
-      pcre2_compile(Sptr(pattern), pattern.size(), PCRE2_UTF, &error, &offset, nullptr);
+  pcre2_code* code = pcre2_compile(Sptr(pattern), pattern.size(), PCRE2_UTF, &error, &offset, nullptr);
   EXPECT_EQ(code, nullptr);
   EXPECT_EQ(error, PCRE2_ERROR_MISSING_CLOSING_PARENTHESIS);
   PCRE2_UCHAR16 message[256];

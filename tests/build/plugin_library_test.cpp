@@ -30,8 +30,7 @@ TEST(PluginLibrary, LoadsAndExportsTheEntryPoint) {
   const std::wstring path = LibraryPath();
   HMODULE module = LoadLibraryW(path.c_str());
   ASSERT_NE(module, nullptr) << "LoadLibraryW failed, error " << GetLastError();
-  EXPECT_NE(reinterpret_cast<void*>(GetProcAddress(module, "InitQMPlugin")), nullptr)
-      << "no export named InitQMPlugin";
+  EXPECT_NE(reinterpret_cast<void*>(GetProcAddress(module, "InitQMPlugin")), nullptr) << "no export named InitQMPlugin";
   FreeLibrary(module);
 }
 
@@ -66,10 +65,9 @@ TEST(PluginLibrary, FileVersionIsTheProjectVersion) {
   ASSERT_TRUE(VerQueryValueW(block.data(), L"\\", reinterpret_cast<void**>(&fixed), &fixed_length));
   ASSERT_GE(fixed_length, sizeof(VS_FIXEDFILEINFO));
   EXPECT_EQ(fixed->dwSignature, 0xFEEF04BDu);
-  const std::string numeric = std::to_string(HIWORD(fixed->dwFileVersionMS)) + "." +
-                              std::to_string(LOWORD(fixed->dwFileVersionMS)) + "." +
-                              std::to_string(HIWORD(fixed->dwFileVersionLS)) + "." +
-                              std::to_string(LOWORD(fixed->dwFileVersionLS));
+  const std::string numeric =
+      std::to_string(HIWORD(fixed->dwFileVersionMS)) + "." + std::to_string(LOWORD(fixed->dwFileVersionMS)) + "." +
+      std::to_string(HIWORD(fixed->dwFileVersionLS)) + "." + std::to_string(LOWORD(fixed->dwFileVersionLS));
   EXPECT_EQ(numeric, QMCSV_FILE_VERSION);
   EXPECT_EQ(fixed->dwFileType, static_cast<DWORD>(VFT_DLL));
 }

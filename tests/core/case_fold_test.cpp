@@ -32,7 +32,12 @@ TEST(CaseFold, Texts) {
       {u"\u0130I\u212A\u00B5", u"\u0130ik\u03BC"},  // İ keeps, I is not Turkic ı
       // Lone and reversed surrogates stay unit by unit; a pair after a lone
       // high surrogate is still folded as a pair.
-      {u"A\xD800" u"B\xDC00" u"C", u"a\xD800" u"b\xDC00" u"c"},
+      {u"A\xD800"
+       u"B\xDC00"
+       u"C",
+       u"a\xD800"
+       u"b\xDC00"
+       u"c"},
       {u"\xDC00\xD801", u"\xDC00\xD801"},
       {u"\xD800\U00010400", u"\xD800\U00010428"},
       {u"Z\xD801", u"z\xD801"},

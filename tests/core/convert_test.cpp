@@ -14,9 +14,10 @@ TEST(Convert, IntegerTextsReadAsStoredParametersExpect) {
     int32_t value;
   };
   const Case cases[] = {
-      {u"  +3", true, 3},       {u"$1F", true, 31},         {u"x10", true, 16},
-      {u"-$10", true, -16},     {u"$FFFFFFFF", true, -1},   {u"-2147483648", true, INT32_MIN},
-      {u"2147483648", false, 0}, {u"", false, 0},           {u"42 ", false, 0},  {u"0x", false, 0},
+      {u"  +3", true, 3},        {u"$1F", true, 31},       {u"x10", true, 16},
+      {u"-$10", true, -16},      {u"$FFFFFFFF", true, -1}, {u"-2147483648", true, INT32_MIN},
+      {u"2147483648", false, 0}, {u"", false, 0},          {u"42 ", false, 0},
+      {u"0x", false, 0},
   };
   for (const auto& c : cases) {
     int32_t v = 0;

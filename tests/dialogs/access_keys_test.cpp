@@ -47,26 +47,25 @@ TEST(AccessKeys, GivesEachCaptionShownTogetherItsOwnKey) {
 // they are; a label keyed anew gives up its old key.
 TEST(AccessKeys, DialogCaptionsGetKeysByPage) {
   using R = CaptionRole;
-  DialogCaptions dialog{
-      {u"General", u"Source"},
-      {
-          {u"", -1, R::Other, true},  // the tab strip
-          {u"&Zoom", -1, R::Button, true},
-          {u"Column:", 0, R::Label, false},
-          {u"", 0, R::Other, true},
-          {u"Columns count from 1.", 0, R::Label, false},
-          {u"&Action:", 0, R::Label, false},
-          {u"", 0, R::Other, true},
-          {u"Case sensitive", 0, R::Button, true},
-          {u"Options", 0, R::Other, false},
-          {u"Count:", 0, R::Label, false},
-          {u"", 0, R::Other, false},
-          {u"Zone:", 1, R::Label, false},
-          {u"", 1, R::Other, true},
-          {u"OK", -1, R::DialogButton, true},
-          {u"Cancel", -1, R::DialogButton, true},
-          {u"{V}", -1, R::EveryPage, true},
-      }};
+  DialogCaptions dialog{{u"General", u"Source"},
+                        {
+                            {u"", -1, R::Other, true},  // the tab strip
+                            {u"&Zoom", -1, R::Button, true},
+                            {u"Column:", 0, R::Label, false},
+                            {u"", 0, R::Other, true},
+                            {u"Columns count from 1.", 0, R::Label, false},
+                            {u"&Action:", 0, R::Label, false},
+                            {u"", 0, R::Other, true},
+                            {u"Case sensitive", 0, R::Button, true},
+                            {u"Options", 0, R::Other, false},
+                            {u"Count:", 0, R::Label, false},
+                            {u"", 0, R::Other, false},
+                            {u"Zone:", 1, R::Label, false},
+                            {u"", 1, R::Other, true},
+                            {u"OK", -1, R::DialogButton, true},
+                            {u"Cancel", -1, R::DialogButton, true},
+                            {u"{V}", -1, R::EveryPage, true},
+                        }};
   const auto pageKeys = AssignAccessKeys(dialog);
   EXPECT_EQ(dialog.pages, (std::vector<std::u16string>{u"&General", u"&Source"}));
   std::vector<std::u16string> texts;
@@ -85,8 +84,8 @@ TEST(AccessKeys, DialogCaptionsGetKeysByPage) {
   EXPECT_EQ(keys, u"GSVZAAEC");
 
   // Without tabs the dialog is one page.
-  DialogCaptions single{
-      {}, {{u"Name:", -1, R::Label, false}, {u"", -1, R::Other, true}, {u"{V}", -1, R::EveryPage, true}}};
+  DialogCaptions single{{},
+                        {{u"Name:", -1, R::Label, false}, {u"", -1, R::Other, true}, {u"{V}", -1, R::EveryPage, true}}};
   EXPECT_EQ(AssignAccessKeys(single), std::vector<std::u16string>{u"VN"});
   EXPECT_EQ(single.controls[0].text, u"&Name:");
   EXPECT_EQ(single.controls[2].text, u"{&V}");

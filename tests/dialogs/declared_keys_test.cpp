@@ -126,7 +126,8 @@ TEST(DeclaredKeys, EveryKeyKeepsItsValueAndProducedOnesAreListed) {
       const std::u16string value = GivenValue(*key);
       given.SetString(keys::IndexedName(*key, 0), value);
       const bool reads = action.action != Action::WriteCells;
-      if ((key->flags & keys::kProduced) || (reads && (key->flags & keys::kProducedWhenReading))) produced.insert(value);
+      if ((key->flags & keys::kProduced) || (reads && (key->flags & keys::kProducedWhenReading)))
+        produced.insert(value);
     }
     const TQMParamParser saved = Resave(action.action, given.Text());
     ExpectOnlyDeclaredKeys(action, saved);

@@ -21,15 +21,17 @@ namespace qm {
 namespace {
 
 // The source and format keys an empty block is saved with.
-const std::u16string kSourceRest = u"encoding=0\r\nskipfirst=0\r\nskipempty=1\r\nskipcomments=0\r\ncommentchars=#\r\n"
-                                   u"headerline=0\r\nlinecount=0\r\n";
+const std::u16string kSourceRest =
+    u"encoding=0\r\nskipfirst=0\r\nskipempty=1\r\nskipcomments=0\r\ncommentchars=#\r\n"
+    u"headerline=0\r\nlinecount=0\r\n";
 const std::u16string kFormat = u"delimiter=2\r\nquotechar=0\r\nstrictdelimiter=1\r\n";
 const std::u16string kPrevious = u"source=0\r\n" + kSourceRest + kFormat;
 const std::u16string kFile = u"source=1\r\n" + kSourceRest + kFormat;
 // Source and format keys as an editor writes them for typed text.
-const std::u16string kText = u"source=2\r\nencoding=2\r\nskipfirst=1\r\nskipempty=0\r\nskipcomments=1\r\n"
-                             u"commentchars=//\r\nheaderline=1\r\nlinecount=3\r\nline00000000=a;b\r\n"
-                             u"line00000002={v}\r\ndelimiter=4\r\notherchar=|\r\nquotechar=2\r\nstrictdelimiter=0\r\n";
+const std::u16string kText =
+    u"source=2\r\nencoding=2\r\nskipfirst=1\r\nskipempty=0\r\nskipcomments=1\r\n"
+    u"commentchars=//\r\nheaderline=1\r\nlinecount=3\r\nline00000000=a;b\r\n"
+    u"line00000002={v}\r\ndelimiter=4\r\notherchar=|\r\nquotechar=2\r\nstrictdelimiter=0\r\n";
 
 // Load, then save into a block that held other lines.
 template <class Editor>
@@ -63,8 +65,9 @@ TEST(Editors, SaveTheWholeBlockTheyLoaded) {
       u"conditionmode=1\r\nconditionscount=4\r\ncondition00000000=2,\"^a,\"\"b\"\"$\",1,1\r\n"
       u"condition00000001=1,\"New York\",0,0\r\ncondition00000002={col},{word},0,0\r\n"
       u"condition00000003=3,,1,0\r\n";
-  const std::u16string target = u"savetovariable=1\r\nsavevariable=Out\r\nsavetofile=1\r\ntargetfilename=o.csv\r\n"
-                                u"targetencoding=2\r\nnotchangeformat=0\r\n";
+  const std::u16string target =
+      u"savetovariable=1\r\nsavevariable=Out\r\nsavetofile=1\r\ntargetfilename=o.csv\r\n"
+      u"targetencoding=2\r\nnotchangeformat=0\r\n";
   struct Case {
     std::function<std::u16string(std::u16string_view)> resave;
     std::u16string block, saved;
@@ -86,10 +89,13 @@ TEST(Editors, SaveTheWholeBlockTheyLoaded) {
       // A block the dialog wrote comes back byte for byte.
       {open, kText, kText},
       {save, target + kText.substr(kText.find(u"delimiter")) + u"_qm_variables_produced=Out\r\n", {}},
-      {info, u"recordcountvar=rows\r\ncolcountvar= My Var\r\n" + kText + u"_qm_variables_produced=\"My Var\",rows\r\n",
+      {info,
+       u"recordcountvar=rows\r\ncolcountvar= My Var\r\n" + kText + u"_qm_variables_produced=\"My Var\",rows\r\n",
        {}},
-      {read, u"cellcount=2\r\nrow0=1\r\ncol0=2\r\nval0=b\r\nrow1={r}\r\ncol1=3\r\nval1=a\r\n" + kText +
-                 u"_qm_variables_produced=a,b\r\n", {}},
+      {read,
+       u"cellcount=2\r\nrow0=1\r\ncol0=2\r\nval0=b\r\nrow1={r}\r\ncol1=3\r\nval1=a\r\n" + kText +
+           u"_qm_variables_produced=a,b\r\n",
+       {}},
       {write, u"cellcount=2\r\nrow0=1\r\ncol0=2\r\nval0={x} y\r\nrow1=2\r\ncol1=1\r\n" + kText, {}},
       {add, u"totheend=0\r\nposition={p}\r\ncolumnname=Id\r\nfillmode=2\r\ncolumnvalue= v \r\n" + kText, {}},
       {remove, u"removecolumns=1, 3\r\n" + kText, {}},
@@ -97,20 +103,22 @@ TEST(Editors, SaveTheWholeBlockTheyLoaded) {
       {sort, u"sortcolumn=2\r\nsortdirection=1\r\nsortmode=1\r\ncasesensitive=1\r\n" + kText, {}},
       {dedupe, u"casesensitive=1\r\nvarname=n\r\n" + kText + u"_qm_variables_produced=n\r\n", {}},
       {merge, u"ajustcolumns=1\r\n" + kText, {}},
-      {loop, u"rowvarname= n \r\nlinevarname=row\r\nFormat=1\r\n" + conditions + kText +
-                 u"_qm_variables_produced=n,row\r\n", {}},
+      {loop,
+       u"rowvarname= n \r\nlinevarname=row\r\nFormat=1\r\n" + conditions + kText + u"_qm_variables_produced=n,row\r\n",
+       {}},
       {filter, u"reversemode=1\r\n" + conditions + kText, {}},
       // Blocks made by hand: the dialog's reading of them.
       {add, u"fillmode=3\r\ncolumnname=\r\n", u"totheend=1\r\nfillmode=0\r\n" + kPrevious},
       {dedupe, u"varname= n \r\n", u"casesensitive=0\r\nvarname=n\r\n" + kPrevious + u"_qm_variables_produced=n\r\n"},
-      {read, u"cellcount=1\r\nval0=v\r\n", u"cellcount=1\r\nrow0=0\r\ncol0=0\r\nval0=v\r\n" + kPrevious +
-                                             u"_qm_variables_produced=v\r\n"},
+      {read, u"cellcount=1\r\nval0=v\r\n",
+       u"cellcount=1\r\nrow0=0\r\ncol0=0\r\nval0=v\r\n" + kPrevious + u"_qm_variables_produced=v\r\n"},
       {write, u"cellcount=-2\r\n", u"cellcount=0\r\n" + kPrevious},
       {merge, u"source=0\r\n", u"ajustcolumns=0\r\n" + kFile},
       // Lines padded to four fields, a missing one empty, flags as integers.
       {filter, u"conditionscount=3\r\ncondition00000000=3,abc\r\ncondition00000002=1, x ,2,y,z\r\n",
        u"reversemode=0\r\nconditionmode=0\r\nconditionscount=3\r\ncondition00000000=3,abc,0,0\r\n"
-       u"condition00000001=,,0,0\r\ncondition00000002=1,x,1,0\r\n" + kPrevious},
+       u"condition00000001=,,0,0\r\ncondition00000002=1,x,1,0\r\n" +
+           kPrevious},
   };
   for (size_t i = 0; i < std::size(cases); ++i) {
     const Case& c = cases[i];
@@ -279,8 +287,7 @@ TEST(ConditionList, CommandsAndTheConditionEditor) {
   EXPECT_EQ(edited->ExpressionLabel(), ConditionEditor::kPatternLabel);  // at once, from the flag
   edited->fields.caseSensitive = false;
   list.FinishEdit(0, *edited);
-  EXPECT_EQ(ConditionList::RowTexts(list.conditions[0]),
-            (std::array<std::u16string, 4>{u"", u"a,b", u"no", u"YES"}));
+  EXPECT_EQ(ConditionList::RowTexts(list.conditions[0]), (std::array<std::u16string, 4>{u"", u"a,b", u"no", u"YES"}));
   EXPECT_TRUE(list.Remove(1));
   EXPECT_FALSE(list.Remove(1));
   ASSERT_EQ(list.conditions.size(), 1u);

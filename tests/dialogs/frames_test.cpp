@@ -59,16 +59,18 @@ TEST(SourceFrame, LoadsWithTheEditorsFallbacksAndSavesEveryKey) {
     bool openMode;
     std::u16string_view block, saved;
   };
-  const std::u16string_view rest = u"encoding=0\r\nskipfirst=0\r\nskipempty=1\r\nskipcomments=0\r\ncommentchars=#\r\n"
-                                   u"headerline=0\r\nlinecount=0\r\n";
+  const std::u16string_view rest =
+      u"encoding=0\r\nskipfirst=0\r\nskipempty=1\r\nskipcomments=0\r\ncommentchars=#\r\n"
+      u"headerline=0\r\nlinecount=0\r\n";
   const std::u16string full0 = u"source=0\r\n" + std::u16string(rest);
   const std::u16string open1 = u"source=1\r\n" + std::u16string(rest);
   const std::u16string written =
       u"source=1\r\nfilename={dir}a b.csv\r\nencoding=5\r\nskipfirst=100\r\nskipempty=0\r\nskipcomments=1\r\n"
       u"commentchars=//\r\nheaderline=1\r\nlinecount=0\r\n";
-  const std::u16string text = u"source=2\r\nencoding=0\r\nskipfirst=3\r\nskipempty=1\r\nskipcomments=0\r\n"
-                              u"commentchars=;\r\nheaderline=0\r\nlinecount=4\r\nline00000000=a;b\r\n"
-                              u"line00000002=c;d\r\nline00000003=  \r\n";
+  const std::u16string text =
+      u"source=2\r\nencoding=0\r\nskipfirst=3\r\nskipempty=1\r\nskipcomments=0\r\n"
+      u"commentchars=;\r\nheaderline=0\r\nlinecount=4\r\nline00000000=a;b\r\n"
+      u"line00000002=c;d\r\nline00000003=  \r\n";
   const Case cases[] = {
       {false, u"", full0},
       {false, u"source=7\r\n", full0},
@@ -126,8 +128,9 @@ TEST(SourceFrame, FileAndTextMustNotBeBlank) {
 TEST(TargetFrame, KeysCheckAndProducedVariable) {
   EXPECT_EQ(Saved(Loaded<TargetFrame>(u"targetencoding=9\r\n")),
             u"savetovariable=0\r\nsavetofile=0\r\ntargetencoding=0\r\nnotchangeformat=1\r\n");
-  const std::u16string_view written = u"savetovariable=1\r\nsavevariable= Out \r\nsavetofile=1\r\n"
-                                      u"targetfilename={dir}\\o.csv\r\ntargetencoding=3\r\nnotchangeformat=0\r\n";
+  const std::u16string_view written =
+      u"savetovariable=1\r\nsavevariable= Out \r\nsavetofile=1\r\n"
+      u"targetfilename={dir}\\o.csv\r\ntargetencoding=3\r\nnotchangeformat=0\r\n";
   TargetFrame t = Loaded<TargetFrame>(written);
   EXPECT_EQ(Saved(t), written);
   EXPECT_EQ(t.ProducedVariable(), u" Out ");

@@ -15,9 +15,7 @@ class Input {
   // The next byte, or 0 once the input is used up.
   uint8_t Byte() { return pos_ < size_ ? data_[pos_++] : 0; }
   // Everything not yet taken, as bytes.
-  std::string_view Rest() const {
-    return {reinterpret_cast<const char*>(data_) + pos_, size_ - pos_};
-  }
+  std::string_view Rest() const { return {reinterpret_cast<const char*>(data_) + pos_, size_ - pos_}; }
   // Everything not yet taken, read as raw UTF-16 code units (lone surrogates
   // included); an odd last byte is dropped.
   std::u16string RestAsUnits() const {

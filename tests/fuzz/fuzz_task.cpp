@@ -78,8 +78,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  for (const auto& entry : std::filesystem::directory_iterator(Folder()))
-    std::filesystem::remove_all(entry.path());
+  for (const auto& entry : std::filesystem::directory_iterator(Folder())) std::filesystem::remove_all(entry.path());
   qmhost::Host::Instance().variables.clear();
   qm::test::TakeTranscript();
 
@@ -99,9 +98,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     case 1: task.privateVariables[u"$CSV_OBJECT$"] = u""; break;
     case 2: task.privateVariables[u"$CSV_OBJECT$"] = u"0"; break;
     case 3: task.privateVariables[u"$CSV_OBJECT$"] = u"-12x"; break;
-    case 4:
-      task.Exec(0, 0, u"source=2\r\nlinecount=2\r\nline00000000=a;b;c\r\nline00000001=1;2;3\r\n");
-      break;
+    case 4: task.Exec(0, 0, u"source=2\r\nlinecount=2\r\nline00000000=a;b;c\r\nline00000001=1;2;3\r\n"); break;
     case 5:
       forged = u"4096";
       task.privateVariables[u"$CSV_OBJECT$"] = forged;

@@ -17,7 +17,6 @@ namespace {
 
 using test::FakeTask;
 
-
 TEST(CSVLoop, FollowsRowsDeletedAndAppendedBetweenPasses) {
   FakeTask task({atBeginLoop, atEndLoop});
   TSimpleCSVDataClass table;

@@ -61,8 +61,11 @@ TEST(DataLoopJson, EscapesWhatJsonRequiresAndKeepsTheRest) {
       {{}, u"[]"},
       {{std::u16string_view(u"\x01\x1F\x7F", 3)}, u"[\"\\u0001\\u001f\x7F\"]"},
       {{u"caf\xE9", u"\"q\"\\", u""}, u"[\"caf\xE9\",\"\\\"q\\\"\\\\\",\"\"]"},  // kept one byte a character
-      {{u"\U0001F600"}, u"[\"\U0001F600\"]"},  // a surrogate pair stays as it is
-      {{std::u16string_view(u"a\xD800" "b", 3)}, u"[\"a\\ud800b\"]"},
+      {{u"\U0001F600"}, u"[\"\U0001F600\"]"},                                    // a surrogate pair stays as it is
+      {{std::u16string_view(u"a\xD800"
+                            "b",
+                            3)},
+       u"[\"a\\ud800b\"]"},
       {{std::u16string_view(u"\xDBFF\xDBFF\xDFFF", 3)}, u"[\"\\udbff\xDBFF\xDFFF\"]"},
   };
   std::u16string scratch;

@@ -52,8 +52,8 @@ struct Outcome {
 };
 
 template <typename Filter>
-Outcome RunFilter(const std::vector<std::u16string>& lines, std::initializer_list<std::u16string_view> conditions, bool orMode,
-            bool reverse, Filter filter) {
+Outcome RunFilter(const std::vector<std::u16string>& lines, std::initializer_list<std::u16string_view> conditions,
+                  bool orMode, bool reverse, Filter filter) {
   // Records as they are, not padded to a common length as a loaded table's
   // would be, so that short rows can meet a condition on a missing column.
   TSimpleCSVDataClass table;

@@ -41,7 +41,7 @@ TEST(RecordFilter, StoredLinesAgainstRows) {
       {u"1,abc,1,0", {u"xxABCxx"}, false},
       {u"1,ABC,1,0", {u"xxABCxx"}, true},
       {u"1,^a.c$,0,1", {u"ABC"}, true},
-      {u"1,b,1,1", {u"abc"}, true},  // unanchored
+      {u"1,b,1,1", {u"abc"}, true},        // unanchored
       {u"2,abc", {u"x", u"zABCz"}, true},  // padded: case-insensitive substring
       {u"2,\"a,b\",1,0", {u"x", u"xa,bx"}, true},
       {u"1,\"say \"\"hi\"\"\",1,0", {u"they say \"hi\""}, true},
@@ -50,7 +50,10 @@ TEST(RecordFilter, StoredLinesAgainstRows) {
       {u"1,abc,yes,0", {u"ABC"}, true},  // a flag that is no integer is false
       {u"$2,abc,0,0", {u"x", u"abc"}, true},
       {u"1,ß,0,0", {u"STRASSE"}, false},  // simple folding: ß is not ss
-      {u"1,cd,0,0", {u"ab\xD800" u"CD"}, true},  // a lone surrogate in the cell
+      {u"1,cd,0,0",
+       {u"ab\xD800"
+        u"CD"},
+       true},  // a lone surrogate in the cell
       // An empty substring passes without reading the cell, even beyond the row.
       {u"5,,0,0", {u"a"}, true},
       {u"0,,0,0", {}, true},
@@ -79,7 +82,8 @@ TEST(RecordFilter, Errors) {
       {u"-2147483648,x", {u"a"}, "list: List index out of bounds (2147483647)"},
       {u"5,,0,1", {u"a"}, "list: List index out of bounds (4)"},  // an empty pattern reads the cell
       {u"1,(abc,0,1", {u"abc"}, "regex: missing closing parenthesis at offset 4"},
-      {u"1,(a+)+$,1,1", {u"aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa!"},
+      {u"1,(a+)+$,1,1",
+       {u"aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa!"},
        "regex: Condition on column 1 with regular expression \"(a+)+$\" failed on row 7: match limit exceeded"},
   };
   for (const auto& c : cases) {

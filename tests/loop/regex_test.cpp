@@ -51,7 +51,7 @@ TEST_P(RegexEngines, Outcomes) {
   const Case cases[] = {
       {u"^a.c$", true, u"ABC", u"match"},
       {u"^a.c$", false, u"ABC", u"no match"},
-      {u"b", false, u"abc", u"match"},  // anywhere in the cell
+      {u"b", false, u"abc", u"match"},            // anywhere in the cell
       {u"(a)(b)(c)", false, u"xabcx", u"match"},  // more groups than the match data holds
       {u"^$", false, u"", u"match"},
       // No option beyond case: not multi-line, not dot-all, not extended.
@@ -63,9 +63,18 @@ TEST_P(RegexEngines, Outcomes) {
       {u"^.$", false, u"\U00010400", u"match"},
       {u"σοφ", true, u"ΣΟΦΙΑ", u"match"},
       // A lone surrogate in the cell is no character; the rest is searched.
-      {u"cd", false, u"ab\xD800" u"cd", u"match"},
-      {u"b.c", false, u"ab\xD800" u"cd", u"no match"},
-      {u"B", true, u"\xDC00" u"b", u"match"},
+      {u"cd", false,
+       u"ab\xD800"
+       u"cd",
+       u"match"},
+      {u"b.c", false,
+       u"ab\xD800"
+       u"cd",
+       u"no match"},
+      {u"B", true,
+       u"\xDC00"
+       u"b",
+       u"match"},
       // Malformed patterns: the library's message and the offset.
       {u"(abc", false, u"abc", u"missing closing parenthesis at offset 4"},
       {u"a\xD800", false, u"abc", u"UTF-16 error: missing low surrogate at end at offset 1"},

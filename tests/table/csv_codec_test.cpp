@@ -44,11 +44,13 @@ TEST(CsvReader, FailuresLeaveTheTableEmptyAndKeepTheMessage) {
     std::u16string error;
   };
   const Case cases[] = {
-      {"all skipped", u"\n  \n#x\n", [](TSimpleCSVDataClass& t) {
+      {"all skipped", u"\n  \n#x\n",
+       [](TSimpleCSVDataClass& t) {
          t.SetSkipEmpty(true);
          t.SetSkipComments(true);
          t.SetCommentChars(u"#");
-       }, u"Text is empty or contains no data"},
+       },
+       u"Text is empty or contains no data"},
       {"skip first beyond", u"a\nb", [](TSimpleCSVDataClass& t) { t.SetSkipFirst(2); },
        u"Text is empty or contains no data"},
       {"negative skip first", u"a\nb", [](TSimpleCSVDataClass& t) { t.SetSkipFirst(-1); },
@@ -80,13 +82,23 @@ TEST(CsvFiles, ReadsEachEncodingAndWritesTheSameBytesBack) {
     char16_t delimiter = u';';
   };
   const Case cases[] = {
-      {"utf8", TextEncoding::UTF8, "\xEF\xBB\xBFk;v\r\n\xC3\x84pfel;\xF0\x9F\x98\x80\r\n",
+      {"utf8",
+       TextEncoding::UTF8,
+       "\xEF\xBB\xBFk;v\r\n\xC3\x84pfel;\xF0\x9F\x98\x80\r\n",
        {{u"k", u"v"}, {u"\u00c4pfel", u"\U0001F600"}}},
-      {"unicode", TextEncoding::Unicode, std::string("\xFF\xFEk\0;\0\xc4\0\r\0\n\0=\xD8\0\xDE;\0\r\0\n\0", 22),
+      {"unicode",
+       TextEncoding::Unicode,
+       std::string("\xFF\xFEk\0;\0\xc4\0\r\0\n\0=\xD8\0\xDE;\0\r\0\n\0", 22),
        {{u"k", u"\u00c4"}, {u"\U0001F600", u""}}},
-      {"unicode lone surrogate", TextEncoding::Unicode, std::string("\xFF\xFE" "a\0\x01\xD8\r\0\n\0", 10),
+      {"unicode lone surrogate",
+       TextEncoding::Unicode,
+       std::string("\xFF\xFE"
+                   "a\0\x01\xD8\r\0\n\0",
+                   10),
        {{std::u16string(u"a\xD801", 2)}}},
-      {"ansi", TextEncoding::ANSI, "k;\x80\x81\x8D\x8F\x90\x9D\xFF\r\n\xC4;\x9F\r\n",
+      {"ansi",
+       TextEncoding::ANSI,
+       "k;\x80\x81\x8D\x8F\x90\x9D\xFF\r\n\xC4;\x9F\r\n",
        {{u"k", u"\u20ac\u0081\u008d\u008f\u0090\u009d\u00ff"}, {u"\u00c4", u"\u0178"}}},
       {"default", TextEncoding::Default, "a;\xE9\r\n", {{u"a", u"\u00e9"}}},
       {"ascii", TextEncoding::ASCII, "a;b~\r\n", {{u"a", u"b~"}}},
@@ -135,27 +147,48 @@ TEST(CsvFiles, DirectUtf8ReadingMatchesDecodedText) {
   };
   const Setting settings[] = {
       {"defaults", [](TSimpleCSVDataClass&) {}},
-      {"comma, single quote, header", [](TSimpleCSVDataClass& t) {
+      {"comma, single quote, header",
+       [](TSimpleCSVDataClass& t) {
          t.SetDelimiter(u',');
          t.SetQuoteChar(u'\'');
          t.SetHeaderLine(true);
        }},
-      {"no quote, skips", [](TSimpleCSVDataClass& t) {
+      {"no quote, skips",
+       [](TSimpleCSVDataClass& t) {
          t.SetQuoteChar(0);
          t.SetSkipEmpty(true);
          t.SetSkipComments(true);
          t.SetCommentChars(u"\u00e9;");
          t.SetSkipFirst(3);
        }},
-      {"quote is delimiter", [](TSimpleCSVDataClass& t) {
+      {"quote is delimiter",
+       [](TSimpleCSVDataClass& t) {
          t.SetDelimiter(u'"');
          t.SetSkipComments(true);
          t.SetCommentChars(u"\"");
        }},
   };
-  const std::string pieces[] = {";", ";", "\"", "\"\"", ",", "'", "\r\n", "\n", "\r", " ", "\t", "abc",
-                                "\xC3\xA9", "\xE4\xB8\xAD", "\xF0\x9F\x98\x80", "\xC3", "\xE2\x82", "\x80",
-                                "\xFF", "\xED\xA0\x80", "0123456789abcdefghij",
+  const std::string pieces[] = {";",
+                                ";",
+                                "\"",
+                                "\"\"",
+                                ",",
+                                "'",
+                                "\r\n",
+                                "\n",
+                                "\r",
+                                " ",
+                                "\t",
+                                "abc",
+                                "\xC3\xA9",
+                                "\xE4\xB8\xAD",
+                                "\xF0\x9F\x98\x80",
+                                "\xC3",
+                                "\xE2\x82",
+                                "\x80",
+                                "\xFF",
+                                "\xED\xA0\x80",
+                                "0123456789abcdefghij",
                                 std::string(70, 'x')};
   std::mt19937 random(2024);
   TempFolder folder;
@@ -191,10 +224,11 @@ TEST(CsvFiles, DirectUtf8ReadingMatchesDecodedText) {
 // record kept one byte a character straight into the file's bytes; any table
 // in any format must give the bytes of its whole text encoded at once.
 TEST(CsvFiles, FileMatchesEncodedText) {
-  const TextFormat formats[] = {{u';', u'"', true},       {u',', u'"', false}, {u'\t', u'\'', true},
+  const TextFormat formats[] = {{u';', u'"', true},           {u',', u'"', false}, {u'\t', u'\'', true},
                                 {u'\u00a7', u'\u00ab', true}, {u';', 0, true},     {u'\xDC00', u'"', true}};
   const std::u16string alphabet =
-      std::u16string(u"ab ;,\"'\t\u00a7\u00ab\u00e9\u00ff\r\u4e2d\U0001F600\xD800\xDC00", 18) + std::u16string(1, u'\0');
+      std::u16string(u"ab ;,\"'\t\u00a7\u00ab\u00e9\u00ff\r\u4e2d\U0001F600\xD800\xDC00", 18) +
+      std::u16string(1, u'\0');
   const size_t oneByte = 13;  // the first thirteen characters lie below U+0100
   std::mt19937 random(31);
   TempFolder folder;
@@ -224,8 +258,8 @@ TEST(CsvFiles, FileMatchesEncodedText) {
         EXPECT_ANY_THROW(table.WriteToFile(Wide(folder / "out.csv"), TextEncoding::UTF8));
         continue;
       }
-      for (const TextEncoding encoding : {TextEncoding::UTF8, TextEncoding::ANSI, TextEncoding::ASCII,
-                                          TextEncoding::Unicode, TextEncoding::UTF7}) {
+      for (const TextEncoding encoding :
+           {TextEncoding::UTF8, TextEncoding::ANSI, TextEncoding::ASCII, TextEncoding::Unicode, TextEncoding::UTF7}) {
         table.WriteToFile(Wide(folder / "out.csv"), encoding);
         EXPECT_TRUE(ReadBytes(folder / "out.csv") == std::string(ByteOrderMark(encoding)) + EncodeText(text, encoding))
             << round << " " << static_cast<int>(encoding);
@@ -251,7 +285,12 @@ TEST(CsvReader, RecordsOfAnySizeLoadWhole) {
     int32_t cells;  // of the last record
   } cases[] = {
       {"long first line", std::string(32765, 'x') + "\n1\n", TextEncoding::UTF8, 2, 1},
-      {"10,000 columns", [] { std::string s; for (int r = 0; r < 3; ++r) s += std::string(9999, ';') + "\n"; return s; }(),
+      {"10,000 columns",
+       [] {
+         std::string s;
+         for (int r = 0; r < 3; ++r) s += std::string(9999, ';') + "\n";
+         return s;
+       }(),
        TextEncoding::UTF8, 3, 10000},
       {"100,000-character cell", "h\n" + std::string(100000, 'y') + "\n", TextEncoding::UTF8, 2, 1},
       {"random bytes as UTF-16", noise, TextEncoding::Unicode, -1, -1},
@@ -261,7 +300,11 @@ TEST(CsvReader, RecordsOfAnySizeLoadWhole) {
   };
   TempFolder folder;
   const auto path = folder / "big.csv";
-  const std::string small = [] { std::string s; for (int r = 0; r < 20000; ++r) s += "1;2;3\n"; return s; }();
+  const std::string small = [] {
+    std::string s;
+    for (int r = 0; r < 20000; ++r) s += "1;2;3\n";
+    return s;
+  }();
   for (const auto& c : cases) {
     WriteBytes(path, c.bytes);
     const bool large = c.bytes.size() > 50000000;
@@ -316,7 +359,9 @@ TEST(CsvFiles, ACharacter0EndsTheReadingAtOnce) {
   const struct {
     TextEncoding encoding;
     bool strict;
-  } cases[] = {{TextEncoding::UTF8, true}, {TextEncoding::UTF8, false}, {TextEncoding::Unicode, true},
+  } cases[] = {{TextEncoding::UTF8, true},
+               {TextEncoding::UTF8, false},
+               {TextEncoding::Unicode, true},
                {TextEncoding::ANSI, true}};
   for (const auto& c : cases) {
     ResetPeak();
@@ -343,8 +388,10 @@ TEST(CsvFiles, OneHugeLineLoadsWithinThreeTimesItsSize) {
     size_t repeat;
     bool header;
     int32_t fields;
-  } cases[] = {{"abcdefghi;", 4'000'000, false, 4'000'001}, {"abcdefghi;", 4'000'000, true, 4'000'001},
-               {"x", 40'000'000, false, 1}, {"x", 40'000'000, true, 1}};
+  } cases[] = {{"abcdefghi;", 4'000'000, false, 4'000'001},
+               {"abcdefghi;", 4'000'000, true, 4'000'001},
+               {"x", 40'000'000, false, 1},
+               {"x", 40'000'000, true, 1}};
   TempFolder folder;
   const auto path = folder / "line.csv";
   for (const auto& c : cases) {

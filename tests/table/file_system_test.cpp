@@ -20,8 +20,8 @@ TEST(PathHelpers, ExtractFileDir) {
   struct Case {
     std::u16string path, folder;
   };
-  const Case cases[] = {{u"C:\\file.csv", u"C:\\"}, {u"C:file.csv", u"C:"},  {u"file.csv", u""},
-                        {u"/file.csv", u"/"},        {u"a/b\\c", u"a/b"}, {u"dir\\\\file", u"dir\\\\"}};
+  const Case cases[] = {{u"C:\\file.csv", u"C:\\"}, {u"C:file.csv", u"C:"}, {u"file.csv", u""},
+                        {u"/file.csv", u"/"},       {u"a/b\\c", u"a/b"},    {u"dir\\\\file", u"dir\\\\"}};
   for (const Case& c : cases) {
     EXPECT_EQ(ExtractFileDir(c.path), c.folder) << std::string(c.path.begin(), c.path.end());
   }
@@ -31,9 +31,11 @@ TEST(PathHelpers, TrailingDelimitersAndRemoveChar) {
   struct Case {
     std::u16string in, added, removed;
   };
-  const Case cases[] = {{u"", u"", u""}, {u"C:\\", u"C:\\", u"C:\\"},
+  const Case cases[] = {{u"", u"", u""},
+                        {u"C:\\", u"C:\\", u"C:\\"},
                         {u"C:\\dir", u"C:\\dir\\", u"C:\\dir"},
-                        {u"/tmp/", u"/tmp/\\", u"/tmp"}, {u"dir\\\\", u"dir\\\\", u"dir\\"}};
+                        {u"/tmp/", u"/tmp/\\", u"/tmp"},
+                        {u"dir\\\\", u"dir\\\\", u"dir\\"}};
   for (const Case& c : cases) {
     const std::string name(c.in.begin(), c.in.end());
     EXPECT_EQ(AddTrailingDelimiter(c.in), c.added) << name;
@@ -112,8 +114,7 @@ TEST(FileSystem, ErrorsNameTheFileAndTheReason) {
     std::u16string message;
   };
   const Case cases[] = {
-      {"folder as file", [&] { ReadFileBytes(isFolder); },
-       u"Cannot open file \"" + isFolder + u"\". Access is denied"},
+      {"folder as file", [&] { ReadFileBytes(isFolder); }, u"Cannot open file \"" + isFolder + u"\". Access is denied"},
       {"write into missing folder", [&] { WriteFileBytes(noFolder, "x"); },
        u"Cannot create file \"" + noFolder + u"\". The system cannot find the path specified"},
   };

@@ -53,8 +53,12 @@ TEST(LineJoiner, ReferenceAndFastJoinGiveTheLine) {
 TEST(LineJoiner, AgreesWithReferenceOnRandomRecords) {
   const std::u16string alphabet = u"ab ;,\"'\t\x01 xyz\u00e9\u4e2d\U0001F600";
   const size_t oneByte = 14;  // the characters before the CJK one lie below U+0100
-  const TextFormat formats[] = {kSemicolonStrict, TextFormat{u',', u'"', true}, kCommaLoose, kNoQuote,
-                                TextFormat{u'\t', u'\'', false}, TextFormat{u'"', u'"', true},
+  const TextFormat formats[] = {kSemicolonStrict,
+                                TextFormat{u',', u'"', true},
+                                kCommaLoose,
+                                kNoQuote,
+                                TextFormat{u'\t', u'\'', false},
+                                TextFormat{u'"', u'"', true},
                                 TextFormat{u' ', u'\'', false}};
   std::mt19937 random(12345);
   for (int round = 0; round < 4000; ++round) {

@@ -56,7 +56,9 @@ TEST(LineSplitter, ReferenceAndFastSplitGiveTheCells) {
       {"no_quote_char", u"\"a;b\"", kNoQuote, {u"\"a", u"b\""}},
       {"loose_quoted_keeps_blanks", u"  \" a b \" , c ", kCommaLoose, {u" a b ", u"c"}},
       {"loose_trailing_delimiter_then_blank", u"a, ", kCommaLoose, {u"a"}},
-      {"non_ascii", u"\u00c4pfel;\u5c71\u7530;\U0001F600", kSemicolonStrict,
+      {"non_ascii",
+       u"\u00c4pfel;\u5c71\u7530;\U0001F600",
+       kSemicolonStrict,
        {u"\u00c4pfel", u"\u5c71\u7530", u"\U0001F600"}},
   };
   for (const auto& c : cases) {
@@ -68,8 +70,13 @@ TEST(LineSplitter, ReferenceAndFastSplitGiveTheCells) {
 // Random lines over an alphabet rich in the characters that matter.
 TEST(LineSplitter, AgreesWithReferenceOnRandomLines) {
   const std::u16string alphabet = u"ab ;,\"'\t\x01 xyz\u00e9\u4e2d\U0001F600";
-  const TextFormat formats[] = {kSemicolonStrict, kCommaStrict, kCommaLoose, kNoQuote, kTabLoose,
-                                TextFormat{u'"', u'"', true}, TextFormat{u' ', u'\'', false}};
+  const TextFormat formats[] = {kSemicolonStrict,
+                                kCommaStrict,
+                                kCommaLoose,
+                                kNoQuote,
+                                kTabLoose,
+                                TextFormat{u'"', u'"', true},
+                                TextFormat{u' ', u'\'', false}};
   std::mt19937 random(12345);
   for (int round = 0; round < 4000; ++round) {
     // Every fourth line is long and mostly letters, so that cells of more

@@ -57,9 +57,8 @@ std::u16string ErrorText(const std::function<void()>& action) {
 TEST(MemoryDataStorage, AddRecordPadsShortRecordsAndKeepsLongOnes) {
   TMemoryStrDataStorage storage;
   Fill(storage, {u"a", u"b", u"c", u"d"}, {{u"1", u"2"}, {u"1", u"2", u"3", u"4", u"5", u"6"}, {}});
-  EXPECT_EQ(Rows(storage), (std::vector<Cells>{{u"1", u"2", u"", u""},
-                                              {u"1", u"2", u"3", u"4", u"5", u"6"},
-                                              {u"", u"", u"", u""}}));
+  EXPECT_EQ(Rows(storage),
+            (std::vector<Cells>{{u"1", u"2", u"", u""}, {u"1", u"2", u"3", u"4", u"5", u"6"}, {u"", u"", u"", u""}}));
   storage.ClearData();
   EXPECT_EQ(storage.FieldCount(), 0);
   EXPECT_EQ(storage.RecordCount(), 0);
@@ -105,22 +104,28 @@ TEST(MemoryDataStorage, MadeUpFieldNamesFollowTheColumnOperations) {
       {"remove last", [](auto& s) { s.RemoveColumn(2); }, {u"field0", u"field1"}},
       {"remove first", [](auto& s) { s.RemoveColumn(0); }, {u"field1", u"field2"}},
       {"move", [](auto& s) { s.MoveColumn(0, 2); }, {u"field1", u"field2", u"field0"}},
-      {"insert", [](auto& s) { s.InsertColumn(1, ColumnFill::Empty, u"n", u""); },
+      {"insert",
+       [](auto& s) { s.InsertColumn(1, ColumnFill::Empty, u"n", u""); },
        {u"field0", u"n", u"field1", u"field2"}},
-      {"append", [](auto& s) { s.InsertColumn(-1, ColumnFill::Empty, u"n", u""); },
+      {"append",
+       [](auto& s) { s.InsertColumn(-1, ColumnFill::Empty, u"n", u""); },
        {u"field0", u"field1", u"field2", u"n"}},
-      {"append, remove made-up", [](auto& s) {
+      {"append, remove made-up",
+       [](auto& s) {
          s.InsertColumn(3, ColumnFill::Empty, u"n", u"");
          s.RemoveColumn(2);
-       }, {u"field0", u"field1", u"n"}},
+       },
+       {u"field0", u"field1", u"n"}},
       {"rename", [](auto& s) { s.SetFieldsname(1, u"s"); }, {u"field0", u"s", u"field2"}},
       {"grow", [](auto& s) { s.SetFieldCount(5); }, {u"field0", u"field1", u"field2", u"", u""}},
       {"shrink", [](auto& s) { s.SetFieldCount(1); }, {u"field0"}},
-      {"append, shrink", [](auto& s) {
+      {"append, shrink",
+       [](auto& s) {
          s.InsertColumn(-1, ColumnFill::Empty, u"n", u"");
          s.InsertColumn(-1, ColumnFill::Empty, u"m", u"");
          s.SetFieldCount(4);
-       }, {u"field0", u"field1", u"field2", u"n"}},
+       },
+       {u"field0", u"field1", u"field2", u"n"}},
   };
   for (const auto& c : cases) {
     TMemoryStrDataStorage storage;

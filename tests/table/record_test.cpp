@@ -64,7 +64,7 @@ TEST(Record, ArenaRecordsMoveToTheHeapWhenChangedOrCopied) {
     Record d = Record::InArena(arena, u"", std::span<const uint32_t>());
     EXPECT_EQ(d.Count(), 0);
     a = Record::InArena(arena, u"xy", ends);  // assigning over an arena block frees nothing
-  }  // the records in the arena go first, then the arena
+  }                                           // the records in the arena go first, then the arena
   // Used after the arena is gone: only valid if they left it.
   EXPECT_EQ(Cells(kept[0]), (V{u"a", u"bc", u""}));
   EXPECT_EQ(Cells(kept[1]), (V{u"a", u"bc", u"changed"}));

@@ -9,7 +9,6 @@
 #include <string>
 #include <vector>
 
-
 namespace qm {
 namespace {
 
@@ -85,9 +84,9 @@ TEST(SortKeys, TextToFloatSyntax) {
     bool ok;
     double value;
   };
-  const Case cases[] = {{u"0", true, 0},        {u"  -12.5e1\t", true, -125}, {u"+7", true, 7},
-                        {u"", false, 0},        {u"  ", false, 0},            {u"1 000", false, 0},
-                        {u"inf", false, 0},     {u"1e999", false, 0},         {u"12abc", false, 0}};
+  const Case cases[] = {{u"0", true, 0},     {u"  -12.5e1\t", true, -125}, {u"+7", true, 7},   {u"", false, 0},
+                        {u"  ", false, 0},   {u"1 000", false, 0},         {u"inf", false, 0}, {u"1e999", false, 0},
+                        {u"12abc", false, 0}};
   for (const Case& c : cases) {
     double value = -999;
     EXPECT_EQ(TryTextToFloat(c.text, value), c.ok) << std::string(c.text.begin(), c.text.end());

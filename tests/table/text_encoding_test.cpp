@@ -23,7 +23,9 @@ TEST(TextEncoding, Decodes) {
     std::u16string text;
   } cases[] = {
       {"utf8_valid", TextEncoding::UTF8, "a\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80z", u"a\u00e4\u20ac\U0001F600z"},
-      {"utf8_long_ascii_then_multibyte", TextEncoding::UTF8, "0123456789abcdefghijklmnopqrstuv\xC3\xA4" "0123456789abcdef",
+      {"utf8_long_ascii_then_multibyte", TextEncoding::UTF8,
+       "0123456789abcdefghijklmnopqrstuv\xC3\xA4"
+       "0123456789abcdef",
        u"0123456789abcdefghijklmnopqrstuv\u00e40123456789abcdef"},
       {"utf16_pairs_and_lone", TextEncoding::Unicode, Bytes({'a', 0, 0x3D, 0xD8, 0x00, 0xDE, 0x00, 0xDC}),
        std::u16string(u"a\U0001F600\xDC00", 4)},
@@ -35,7 +37,10 @@ TEST(TextEncoding, Decodes) {
       {"utf7_open_run_at_end", TextEncoding::UTF7, "x+AGE", u"xa"},
       {"utf7_empty_run", TextEncoding::UTF7, "a+!b+", u"a!b"},
       {"utf7_leftover_bits_dropped", TextEncoding::UTF7, "+AGEA-z", u"az"},
-      {"utf7_high_byte", TextEncoding::UTF7, "a\xE9" "b", u"a\ufffdb"},
+      {"utf7_high_byte", TextEncoding::UTF7,
+       "a\xE9"
+       "b",
+       u"a\ufffdb"},
       {"utf7_lone_surrogate", TextEncoding::UTF7, "+2D0-", std::u16string(1, char16_t(0xD83D))},
   };
   for (const auto& c : cases) EXPECT_EQ(DecodeBytes(c.bytes, c.encoding), c.text) << c.name;

@@ -10,7 +10,8 @@ namespace {
 
 TEST(ConditionText, KeysAndLines) {
   const std::pair<int32_t, std::u16string_view> names[] = {
-      {10, u"condition0000000A"}, {16, u"condition00000010"},
+      {10, u"condition0000000A"},
+      {16, u"condition00000010"},
   };
   for (const auto& [index, name] : names) EXPECT_EQ(keys::IndexedName(keys::kCondition, index), name);
 

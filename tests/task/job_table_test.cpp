@@ -37,9 +37,17 @@ TEST(JobTable, OnlyTheLiveTablesNumberNamesIt) {
     freed = other.privateVariables[std::u16string(kSlot)];
   }  // its job stop freed the table
   const TCSVLoopClass* loop = SaveCSVLoop(bridge, 1, std::make_unique<TCSVLoopClass>(bridge, 1, 0));
-  const std::vector<std::u16string> values = {
-      u"", u"0", u"12345", u"4096", u"18446744073709551615", u"-1", u"abc", u" " + live, live + u"0",
-      freed, UIntToStr(LiveObjects::NumberOf(loop))};
+  const std::vector<std::u16string> values = {u"",
+                                              u"0",
+                                              u"12345",
+                                              u"4096",
+                                              u"18446744073709551615",
+                                              u"-1",
+                                              u"abc",
+                                              u" " + live,
+                                              live + u"0",
+                                              freed,
+                                              UIntToStr(LiveObjects::NumberOf(loop))};
   for (const std::u16string& value : values) {
     task.privateVariables[std::u16string(kSlot)] = value;
     EXPECT_EQ(GetJobTable(bridge), nullptr) << "value \"" << std::string(value.begin(), value.end()) << '"';
@@ -47,9 +55,10 @@ TEST(JobTable, OnlyTheLiveTablesNumberNamesIt) {
     EXPECT_FALSE(task.Exec(12, 0, u"savetovariable=1\nsavevariable=v"));
     const auto lines = test::TakeTranscript();
     ASSERT_FALSE(lines.empty());
-    EXPECT_EQ(lines.front(),
-              "  last error 1 (task 1): \"CSV data is not defined. First you must read the CSV data from a file or from "
-              "text.\"");
+    EXPECT_EQ(
+        lines.front(),
+        "  last error 1 (task 1): \"CSV data is not defined. First you must read the CSV data from a file or from "
+        "text.\"");
   }
   task.privateVariables[std::u16string(kSlot)] = live;
   FreeJobTable(bridge);

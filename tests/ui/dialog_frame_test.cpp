@@ -81,9 +81,7 @@ bool operator==(const RECT& a, const RECT& b) {
 TEST(DialogFrame, PlacementKeepsTheNormalSizeAndTheMaximizedState) {
   std::filesystem::remove(std::filesystem::path(ui::PlacementStorePath()));
   const RECT normal{40, 30, 460, 290};
-  WithSample([&](HWND w) {
-    SetWindowPos(w, nullptr, normal.left, normal.top, 420, 260, SWP_NOZORDER);
-  });
+  WithSample([&](HWND w) { SetWindowPos(w, nullptr, normal.left, normal.top, 420, 260, SWP_NOZORDER); });
   WithSample([](HWND w) {
     SendMessageW(w, WM_SYSCOMMAND, SC_MAXIMIZE, 0);
     EXPECT_TRUE(IsZoomed(w));

@@ -164,74 +164,75 @@ TEST_F(Editors, DataLoopBuildsItsConditionsAndTheLoopVisitsTheRowsTheyPass) {
     PluginUnderTest::SetPickedVariable(u"{col}");
     const std::string shot = "data_loop_" + std::to_string(scale);
     std::optional<std::u16string> written;
-    test::DriveDialog([&] { written = Plugin().Configure(kDataLoopIndex, u""); }, [&] {
-      HWND w = test::WaitForWindow(Wide(DataLoopEditor::kCaption));
-      ASSERT_TRUE(w);
-      HWND list = ConditionsList(w);
-      ShootPages(w, shot, 2);
-      test::Click(ByCaption(w, L"OK"));
-      EXPECT_EQ(test::LastBeep(), static_cast<int>(MB_ICONEXCLAMATION));
-      EXPECT_EQ(test::BalloonText(w), CheckMessage<DataLoopEditor>());
-      test::Type(Labelled(w, DataLoopEditor::kRowNumberLabel), L"n");
-      test::Type(Labelled(w, DataLoopEditor::kRowLabel), L"row");
+    test::DriveDialog([&] { written = Plugin().Configure(kDataLoopIndex, u""); },
+                      [&] {
+                        HWND w = test::WaitForWindow(Wide(DataLoopEditor::kCaption));
+                        ASSERT_TRUE(w);
+                        HWND list = ConditionsList(w);
+                        ShootPages(w, shot, 2);
+                        test::Click(ByCaption(w, L"OK"));
+                        EXPECT_EQ(test::LastBeep(), static_cast<int>(MB_ICONEXCLAMATION));
+                        EXPECT_EQ(test::BalloonText(w), CheckMessage<DataLoopEditor>());
+                        test::Type(Labelled(w, DataLoopEditor::kRowNumberLabel), L"n");
+                        test::Type(Labelled(w, DataLoopEditor::kRowLabel), L"row");
 
-      test::ClickLater(ByCaption(w, Wide(buttons[0])));
-      FillCondition(L"Add condition", kPattern, shot + "_condition_add");
-      // Insert adds; the substring first goes in wrong and is edited below.
-      test::Focus(list);
-      test::Press(w, VK_INSERT);
-      FillCondition(L"Add condition", {u"3", u"q", false, false});
-      // The variable column through "{V}" at the column field's caret.
-      test::ClickLater(ByCaption(w, Wide(buttons[0])));
-      HWND e = test::WaitForWindow(L"Add condition");
-      ASSERT_TRUE(e);
-      HWND column = Labelled(e, ConditionEditor::kColumnLabel);
-      test::Focus(column);
-      test::Click(ByCaption(e, L"{V}"));
-      EXPECT_EQ(test::Text(column), L"{col}");
-      test::Type(Labelled(e, ConditionEditor::kTextLabel), L"0");
-      test::Click(ByCaption(e, L"OK"));
-      EXPECT_TRUE(test::WaitUntilClosed(e));
-      ASSERT_EQ(ListView_GetItemCount(list), 3);
+                        test::ClickLater(ByCaption(w, Wide(buttons[0])));
+                        FillCondition(L"Add condition", kPattern, shot + "_condition_add");
+                        // Insert adds; the substring first goes in wrong and is edited below.
+                        test::Focus(list);
+                        test::Press(w, VK_INSERT);
+                        FillCondition(L"Add condition", {u"3", u"q", false, false});
+                        // The variable column through "{V}" at the column field's caret.
+                        test::ClickLater(ByCaption(w, Wide(buttons[0])));
+                        HWND e = test::WaitForWindow(L"Add condition");
+                        ASSERT_TRUE(e);
+                        HWND column = Labelled(e, ConditionEditor::kColumnLabel);
+                        test::Focus(column);
+                        test::Click(ByCaption(e, L"{V}"));
+                        EXPECT_EQ(test::Text(column), L"{col}");
+                        test::Type(Labelled(e, ConditionEditor::kTextLabel), L"0");
+                        test::Click(ByCaption(e, L"OK"));
+                        EXPECT_TRUE(test::WaitUntilClosed(e));
+                        ASSERT_EQ(ListView_GetItemCount(list), 3);
 
-      // Nothing selected: Delete and Ctrl+Enter only beep.
-      test::SelectItem(list, -1);
-      test::Focus(list);
-      for (const bool ctrl : {false, true}) {
-        test::ForgetBeeps();
-        test::Press(w, ctrl ? VK_RETURN : VK_DELETE, ctrl);
-        EXPECT_EQ(test::LastBeep(), static_cast<int>(MB_OK)) << ctrl;
-      }
-      EXPECT_FALSE(FindWindowW(nullptr, L"Edit condition"));
-      EXPECT_TRUE(IsWindowVisible(w));  // Ctrl+Enter is not the OK button
-      EXPECT_EQ(ListView_GetItemCount(list), 3);
-      // Ctrl+Enter edits the selected row.
-      test::SelectItem(list, 1);
-      test::Press(w, VK_RETURN, true);
-      FillCondition(L"Edit condition", kSubstring, shot + "_condition_edit");
-      // A double-click opens a pattern's editor with the pattern's label; Cancel keeps it.
-      test::DoubleClickItemLater(list, 0);
-      e = test::WaitForWindow(L"Edit condition");
-      ASSERT_TRUE(e);
-      EXPECT_EQ(test::Text(Labelled(e, ConditionEditor::kPatternLabel)), Wide(kPattern.expression));
-      test::Click(ByCaption(e, L"Cancel"));
-      EXPECT_TRUE(test::WaitUntilClosed(e));
-      // Delete removes the selected row without asking.
-      test::ClickLater(ByCaption(w, Wide(buttons[0])));
-      FillCondition(L"Add condition", {u"9", u"gone", false, false});
-      test::SelectItem(list, 3);
-      test::Focus(list);
-      test::Press(w, VK_DELETE);
-      ASSERT_EQ(ListView_GetItemCount(list), 3);
-      EXPECT_EQ(RowOf(list, 0), ShownRow(kPattern));
-      EXPECT_EQ(RowOf(list, 1), ShownRow(kSubstring));
-      EXPECT_EQ(RowOf(list, 2), ShownRow(kVariableColumn));
+                        // Nothing selected: Delete and Ctrl+Enter only beep.
+                        test::SelectItem(list, -1);
+                        test::Focus(list);
+                        for (const bool ctrl : {false, true}) {
+                          test::ForgetBeeps();
+                          test::Press(w, ctrl ? VK_RETURN : VK_DELETE, ctrl);
+                          EXPECT_EQ(test::LastBeep(), static_cast<int>(MB_OK)) << ctrl;
+                        }
+                        EXPECT_FALSE(FindWindowW(nullptr, L"Edit condition"));
+                        EXPECT_TRUE(IsWindowVisible(w));  // Ctrl+Enter is not the OK button
+                        EXPECT_EQ(ListView_GetItemCount(list), 3);
+                        // Ctrl+Enter edits the selected row.
+                        test::SelectItem(list, 1);
+                        test::Press(w, VK_RETURN, true);
+                        FillCondition(L"Edit condition", kSubstring, shot + "_condition_edit");
+                        // A double-click opens a pattern's editor with the pattern's label; Cancel keeps it.
+                        test::DoubleClickItemLater(list, 0);
+                        e = test::WaitForWindow(L"Edit condition");
+                        ASSERT_TRUE(e);
+                        EXPECT_EQ(test::Text(Labelled(e, ConditionEditor::kPatternLabel)), Wide(kPattern.expression));
+                        test::Click(ByCaption(e, L"Cancel"));
+                        EXPECT_TRUE(test::WaitUntilClosed(e));
+                        // Delete removes the selected row without asking.
+                        test::ClickLater(ByCaption(w, Wide(buttons[0])));
+                        FillCondition(L"Add condition", {u"9", u"gone", false, false});
+                        test::SelectItem(list, 3);
+                        test::Focus(list);
+                        test::Press(w, VK_DELETE);
+                        ASSERT_EQ(ListView_GetItemCount(list), 3);
+                        EXPECT_EQ(RowOf(list, 0), ShownRow(kPattern));
+                        EXPECT_EQ(RowOf(list, 1), ShownRow(kSubstring));
+                        EXPECT_EQ(RowOf(list, 2), ShownRow(kVariableColumn));
 
-      ChooseRowsFile(w);
-      ShootPages(w, shot + "_file", 3);
-      test::Click(ByCaption(w, L"OK"));
-      EXPECT_TRUE(test::WaitUntilClosed(w));
-    });
+                        ChooseRowsFile(w);
+                        ShootPages(w, shot + "_file", 3);
+                        test::Click(ByCaption(w, L"OK"));
+                        EXPECT_TRUE(test::WaitUntilClosed(w));
+                      });
     ASSERT_TRUE(written) << scale;
     EXPECT_EQ(*written, ModelBlock<DataLoopEditor>(set)) << scale;
   }
@@ -239,39 +240,40 @@ TEST_F(Editors, DataLoopBuildsItsConditionsAndTheLoopVisitsTheRowsTheyPass) {
   const std::u16string block = ModelBlock<DataLoopEditor>(set);
 
   // Reopened, the editor shows the conditions as they were entered.
-  test::DriveDialog([&] { EXPECT_FALSE(Plugin().Configure(kDataLoopIndex, block)); }, [&] {
-    HWND w = test::WaitForWindow(Wide(DataLoopEditor::kCaption));
-    ASSERT_TRUE(w);
-    HWND list = ConditionsList(w);
-    ASSERT_EQ(ListView_GetItemCount(list), 3);
-    EXPECT_EQ(RowOf(list, 0), ShownRow(kPattern));
-    EXPECT_EQ(RowOf(list, 1), ShownRow(kSubstring));
-    EXPECT_EQ(RowOf(list, 2), ShownRow(kVariableColumn));
-    // The list's context menu (from the keyboard's menu key) offers the three
-    // commands; its last entry removes the selected row.
-    test::SelectItem(list, 1);
-    PostMessageW(w, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(list), MAKELPARAM(-1, -1));
-    HWND menu = nullptr;
-    for (int i = 0; i < 200 && !menu; ++i, Sleep(10)) {
-      menu = FindWindowW(L"#32768", nullptr);
-      if (menu && !IsWindowVisible(menu)) menu = nullptr;
-    }
-    ASSERT_TRUE(menu);
-    const auto entries = reinterpret_cast<HMENU>(SendMessageW(menu, MN_GETHMENU, 0, 0));
-    ASSERT_EQ(GetMenuItemCount(entries), 3);
-    for (int i = 0; i < 3; ++i) {
-      wchar_t text[64] = {};
-      GetMenuStringW(entries, static_cast<UINT>(i), text, 64, MF_BYPOSITION);
-      EXPECT_EQ(std::wstring(text), Wide(ConditionList::kMenuCaptions[static_cast<size_t>(i)]));
-    }
-    test::Press(menu, VK_UP);
-    test::Press(menu, VK_RETURN);
-    for (int i = 0; i < 200 && ListView_GetItemCount(list) != 2; ++i) Sleep(10);
-    ASSERT_EQ(ListView_GetItemCount(list), 2);
-    EXPECT_EQ(RowOf(list, 1), ShownRow(kVariableColumn));
-    test::Click(ByCaption(w, L"Cancel"));
-    EXPECT_TRUE(test::WaitUntilClosed(w));
-  });
+  test::DriveDialog([&] { EXPECT_FALSE(Plugin().Configure(kDataLoopIndex, block)); },
+                    [&] {
+                      HWND w = test::WaitForWindow(Wide(DataLoopEditor::kCaption));
+                      ASSERT_TRUE(w);
+                      HWND list = ConditionsList(w);
+                      ASSERT_EQ(ListView_GetItemCount(list), 3);
+                      EXPECT_EQ(RowOf(list, 0), ShownRow(kPattern));
+                      EXPECT_EQ(RowOf(list, 1), ShownRow(kSubstring));
+                      EXPECT_EQ(RowOf(list, 2), ShownRow(kVariableColumn));
+                      // The list's context menu (from the keyboard's menu key) offers the three
+                      // commands; its last entry removes the selected row.
+                      test::SelectItem(list, 1);
+                      PostMessageW(w, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(list), MAKELPARAM(-1, -1));
+                      HWND menu = nullptr;
+                      for (int i = 0; i < 200 && !menu; ++i, Sleep(10)) {
+                        menu = FindWindowW(L"#32768", nullptr);
+                        if (menu && !IsWindowVisible(menu)) menu = nullptr;
+                      }
+                      ASSERT_TRUE(menu);
+                      const auto entries = reinterpret_cast<HMENU>(SendMessageW(menu, MN_GETHMENU, 0, 0));
+                      ASSERT_EQ(GetMenuItemCount(entries), 3);
+                      for (int i = 0; i < 3; ++i) {
+                        wchar_t text[64] = {};
+                        GetMenuStringW(entries, static_cast<UINT>(i), text, 64, MF_BYPOSITION);
+                        EXPECT_EQ(std::wstring(text), Wide(ConditionList::kMenuCaptions[static_cast<size_t>(i)]));
+                      }
+                      test::Press(menu, VK_UP);
+                      test::Press(menu, VK_RETURN);
+                      for (int i = 0; i < 200 && ListView_GetItemCount(list) != 2; ++i) Sleep(10);
+                      ASSERT_EQ(ListView_GetItemCount(list), 2);
+                      EXPECT_EQ(RowOf(list, 1), ShownRow(kVariableColumn));
+                      test::Click(ByCaption(w, L"Cancel"));
+                      EXPECT_TRUE(test::WaitUntilClosed(w));
+                    });
 
   // Rows 1 and 4 pass all three; row 2 fails the case, 3 the pattern, 5 the column from {col}.
   const auto transcript = RunSteps("[A_CSV_LOOP]\n" + StepLines(block) + "\n[end-loop]\n");
@@ -297,47 +299,49 @@ TEST_F(Editors, FilterDataBuildsItsConditionsAndTheStepDeletesTheRowsTheyMatch) 
     PluginUnderTest::SetScale(scale);
     const std::string shot = "filter_data_" + std::to_string(scale);
     std::optional<std::u16string> written;
-    test::DriveDialog([&] { written = Plugin().Configure(kFilterDataIndex, u""); }, [&] {
-      HWND w = test::WaitForWindow(Wide(FilterDataEditor::kCaption));
-      ASSERT_TRUE(w);
-      HWND list = ConditionsList(w);
-      ShootPages(w, shot, 2);
-      test::Click(ByCaption(w, L"OK"));
-      EXPECT_EQ(test::BalloonText(w), CheckMessage<FilterDataEditor>());
-      test::Click(ByCaption(w, Wide(FilterDataEditor::kDeleteItems[1])));
-      HWND mode = GetWindow(ByCaption(w, Wide(FilterDataEditor::kFilterGroup)), GW_HWNDNEXT);
-      test::Choose(mode, 1);
-      test::ClickLater(ByCaption(w, Wide(buttons[0])));
-      FillCondition(L"Add condition", kVariableColumn);
-      test::Focus(list);
-      test::Press(w, VK_INSERT);
-      FillCondition(L"Add condition", kDash);
-      ASSERT_EQ(ListView_GetItemCount(list), 2);
-      ChooseRowsFile(w);
-      ShootPages(w, shot + "_file", 3);
-      test::Click(ByCaption(w, L"OK"));
-      EXPECT_TRUE(test::WaitUntilClosed(w));
-    });
+    test::DriveDialog([&] { written = Plugin().Configure(kFilterDataIndex, u""); },
+                      [&] {
+                        HWND w = test::WaitForWindow(Wide(FilterDataEditor::kCaption));
+                        ASSERT_TRUE(w);
+                        HWND list = ConditionsList(w);
+                        ShootPages(w, shot, 2);
+                        test::Click(ByCaption(w, L"OK"));
+                        EXPECT_EQ(test::BalloonText(w), CheckMessage<FilterDataEditor>());
+                        test::Click(ByCaption(w, Wide(FilterDataEditor::kDeleteItems[1])));
+                        HWND mode = GetWindow(ByCaption(w, Wide(FilterDataEditor::kFilterGroup)), GW_HWNDNEXT);
+                        test::Choose(mode, 1);
+                        test::ClickLater(ByCaption(w, Wide(buttons[0])));
+                        FillCondition(L"Add condition", kVariableColumn);
+                        test::Focus(list);
+                        test::Press(w, VK_INSERT);
+                        FillCondition(L"Add condition", kDash);
+                        ASSERT_EQ(ListView_GetItemCount(list), 2);
+                        ChooseRowsFile(w);
+                        ShootPages(w, shot + "_file", 3);
+                        test::Click(ByCaption(w, L"OK"));
+                        EXPECT_TRUE(test::WaitUntilClosed(w));
+                      });
     ASSERT_TRUE(written) << scale;
     block = ModelBlock<FilterDataEditor>(set);
     EXPECT_EQ(*written, block) << scale;
   }
   PluginUnderTest::SetScale(100);
   // Deleted: rows 1, 2 and 4 (a 0 in column 1) and 3 (the pattern); left: 5.
-  const auto transcript = RunSteps("[A_CSV_FILTER]\n" + StepLines(block) +
-                                   "\n[A_CSV_SAVE]\nsavetovariable=1\nsavevariable=out\n");
+  const auto transcript =
+      RunSteps("[A_CSV_FILTER]\n" + StepLines(block) + "\n[A_CSV_SAVE]\nsavetovariable=1\nsavevariable=out\n");
   EXPECT_EQ(SetValues(transcript, "out"), (std::vector<std::string>{R"("51;a,b;y\r\n")"}));
 }
 
 // Opens the Data Loop editor on `block`, runs `script` on it and cancels it.
 void WithDataLoop(const std::u16string& block, const std::function<void(HWND)>& script) {
-  test::DriveDialog([&] { EXPECT_FALSE(Plugin().Configure(kDataLoopIndex, block)); }, [&] {
-    HWND w = test::WaitForWindow(Wide(DataLoopEditor::kCaption));
-    ASSERT_TRUE(w);
-    script(w);
-    test::Press(w, VK_ESCAPE);
-    EXPECT_TRUE(test::WaitUntilClosed(w));
-  });
+  test::DriveDialog([&] { EXPECT_FALSE(Plugin().Configure(kDataLoopIndex, block)); },
+                    [&] {
+                      HWND w = test::WaitForWindow(Wide(DataLoopEditor::kCaption));
+                      ASSERT_TRUE(w);
+                      script(w);
+                      test::Press(w, VK_ESCAPE);
+                      EXPECT_TRUE(test::WaitUntilClosed(w));
+                    });
 }
 
 // Opens the condition editor from the Data Loop editor's "Add..." and runs

@@ -115,8 +115,7 @@ TEST_F(Editors, FileChoosersFillTheFileFieldAndCancelLeavesIt) {
                           test::ClickLater(GetDlgItem(chooser, confirm ? IDOK : IDCANCEL));
                           EXPECT_TRUE(test::WaitUntilClosed(chooser));
                           const std::wstring now = test::Text(field);
-                          EXPECT_EQ(_wcsicmp(now.c_str(), confirm ? c.chosen.c_str() : L"old.csv"), 0)
-                              << Narrow(now);
+                          EXPECT_EQ(_wcsicmp(now.c_str(), confirm ? c.chosen.c_str() : L"old.csv"), 0) << Narrow(now);
                         }
                         test::Press(w, VK_ESCAPE);
                         EXPECT_TRUE(test::WaitUntilClosed(w));

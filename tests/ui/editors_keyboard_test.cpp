@@ -24,15 +24,24 @@ Names Join(std::initializer_list<Names> parts) {
 }
 
 // The frames' controls in tab order, as the next test names them.
-const Names kFormat = {L"Delimiter:", L"Character:", L"Quote character:",
-                       L"Strict delimiter (space is not a delimiter)", L"Reset to standard format",
+const Names kFormat = {L"Delimiter:",
+                       L"Character:",
+                       L"Quote character:",
+                       L"Strict delimiter (space is not a delimiter)",
+                       L"Reset to standard format",
                        L"Reset to Excel format"};
-const Names kFileSource = {L"File name:", L"...", L"Encoding:", L"Skip first lines:", L"Skip empty lines",
-                           L"Skip lines starting with:", L"Skip lines starting with:", L"First row is column headers"};
+const Names kFileSource = {L"File name:",
+                           L"...",
+                           L"Encoding:",
+                           L"Skip first lines:",
+                           L"Skip empty lines",
+                           L"Skip lines starting with:",
+                           L"Skip lines starting with:",
+                           L"First row is column headers"};
 const Names kSource = Join({{L"Prev. CSV action", L"File", L"Text"}, kFileSource});
 const Names kOpenSource = Join({{L"File", L"Text"}, kFileSource});
-const Names kTarget = {L"Save to variable:", L"Save to variable:", L"Save to file:", L"Save to file:", L"...",
-                       L"Encoding:", L"Keep original CSV format"};
+const Names kTarget = {L"Save to variable:", L"Save to variable:",       L"Save to file:", L"Save to file:", L"...",
+                       L"Encoding:",         L"Keep original CSV format"};
 
 bool IsClass(HWND w, const wchar_t* name) {
   wchar_t found[64] = {};
@@ -55,9 +64,11 @@ Names PageOrder(HWND dialog) {
     const auto style = GetWindowLongPtrW(w, GWL_STYLE);
     const bool radio = IsClass(w, L"Button") && (style & BS_TYPEMASK) == BS_AUTORADIOBUTTON;
     if (!IsWindowVisible(w) || IsDialogWide(w) || !((style & WS_TABSTOP) || radio)) continue;
-    if (IsClass(w, L"Button")) names.push_back(test::CaptionOf(w));
-    else names.push_back(before && (IsClass(before, L"Static") || IsClass(before, L"Button")) ? test::CaptionOf(before)
-                                                                                            : L"");
+    if (IsClass(w, L"Button"))
+      names.push_back(test::CaptionOf(w));
+    else
+      names.push_back(before && (IsClass(before, L"Static") || IsClass(before, L"Button")) ? test::CaptionOf(before)
+                                                                                           : L"");
   }
   return names;
 }
@@ -72,8 +83,8 @@ void ExpectKeysOfPage(HWND dialog, const std::string& where) {
     if (!IsWindowVisible(w)) continue;
     // Labels of a control and buttons with a letter carry a key (OK and Cancel have Enter and Esc).
     const HWND next = GetWindow(w, GW_HWNDNEXT);
-    const bool label = IsClass(w, L"Static") && next && !IsClass(next, L"Static") &&
-                       (GetWindowLongPtrW(next, GWL_STYLE) & WS_TABSTOP);
+    const bool label =
+        IsClass(w, L"Static") && next && !IsClass(next, L"Static") && (GetWindowLongPtrW(next, GWL_STYLE) & WS_TABSTOP);
     const bool button = IsClass(w, L"Button") && (GetWindowLongPtrW(w, GWL_STYLE) & BS_TYPEMASK) != BS_GROUPBOX &&
                         GetDlgCtrlID(w) != IDOK && GetDlgCtrlID(w) != IDCANCEL &&
                         test::Text(w).find_first_of(L"ABCDEFGHIJKLMNOPQRSTUVWXYZ") != std::wstring::npos;
@@ -114,25 +125,46 @@ TEST_F(Editors, KeyboardReachesEveryPageAndControlInOrder) {
   const std::u16string file = u"source=1\r\n";
   const Case cases[] = {
       {kOpenDataIndex, L"CSV Open Data", u"", {kOpenSource, kFormat}},
-      {kInformationIndex, L"CSV Get Data Information", file,
+      {kInformationIndex,
+       L"CSV Get Data Information",
+       file,
        {{L"Save record count to variable:", L"Save column count to variable:"}, kSource, kFormat}},
-      {kAddColumnIndex, L"CSV Add Column", file,
+      {kAddColumnIndex,
+       L"CSV Add Column",
+       file,
        {{L"Action:", L"Insert at (from 1):", L"Column name:", L"Fill mode:", L"Column value:"}, kSource, kFormat}},
-      {kRemoveColumnsIndex, L"CSV Remove Columns", file, {{L"One or more column numbers (from 1, comma separated):"}, kSource, kFormat}},
-      {kSortIndex, L"CSV Sort by Column", file,
+      {kRemoveColumnsIndex,
+       L"CSV Remove Columns",
+       file,
+       {{L"One or more column numbers (from 1, comma separated):"}, kSource, kFormat}},
+      {kSortIndex,
+       L"CSV Sort by Column",
+       file,
        {{L"Sort by column (from 1):", L"Sort direction:", L"Sort mode:", L"Case sensitive"}, kSource, kFormat}},
       {kMoveColumnIndex, L"CSV Move Column", file, {{L"Column number (from 1):", L"Move to:"}, kSource, kFormat}},
-      {kReadCellsIndex, L"CSV Read Cells", file, {{L"Cells list:", L"Add...", L"Edit...", L"Remove"}, kSource, kFormat}},
-      {kMergeIndex, L"CSV Merge Data", u"", {kOpenSource, kFormat, {L"Raise an error", L"Adjust the number of columns"}}},
-      {kRemoveDuplicatesIndex, L"CSV Remove Duplicates", file,
+      {kReadCellsIndex,
+       L"CSV Read Cells",
+       file,
+       {{L"Cells list:", L"Add...", L"Edit...", L"Remove"}, kSource, kFormat}},
+      {kMergeIndex,
+       L"CSV Merge Data",
+       u"",
+       {kOpenSource, kFormat, {L"Raise an error", L"Adjust the number of columns"}}},
+      {kRemoveDuplicatesIndex,
+       L"CSV Remove Duplicates",
+       file,
        {{L"Case sensitive", L"Save number of deleted rows to variable:"}, kSource, kFormat}},
       {kSaveDataIndex, L"CSV Save Data", u"notchangeformat=0\r\n", {kTarget, kFormat}},
-      {kDataLoopIndex, L"CSV Data Loop", file,
-       {{L"Save row number to variable:", L"Save current row to a variable:", L"Save format:", L"Filter Options",
-         L"", L"Add...", L"Edit...", L"Remove"},
+      {kDataLoopIndex,
+       L"CSV Data Loop",
+       file,
+       {{L"Save row number to variable:", L"Save current row to a variable:", L"Save format:", L"Filter Options", L"",
+         L"Add...", L"Edit...", L"Remove"},
         kSource,
         kFormat}},
-      {kFilterDataIndex, L"CSV Filter Data", file,
+      {kFilterDataIndex,
+       L"CSV Filter Data",
+       file,
        {{L"...don't match filters", L"...match filters", L"Filter options", L"", L"Add ...", L"Edit ...", L"Remove"},
         kSource,
         kFormat}},

@@ -54,8 +54,8 @@ HWND MakeHostWindow() {
   wc.hInstance = GetModuleHandleW(nullptr);
   wc.lpszClassName = L"QmcsvEditorsTestHost";
   RegisterClassW(&wc);
-  return CreateWindowW(wc.lpszClassName, L"host", WS_OVERLAPPEDWINDOW, 0, 0, 100, 100, nullptr, nullptr,
-                       wc.hInstance, nullptr);
+  return CreateWindowW(wc.lpszClassName, L"host", WS_OVERLAPPEDWINDOW, 0, 0, 100, 100, nullptr, nullptr, wc.hInstance,
+                       nullptr);
 }
 
 }  // namespace

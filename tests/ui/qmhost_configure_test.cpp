@@ -67,9 +67,8 @@ Outcome Configure(const char* actionId, const std::string& block, const wchar_t*
       Sleep(200);
       GUITHREADINFO gui{};
       gui.cbSize = sizeof gui;
-      HWND target = GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &gui) && gui.hwndFocus
-                        ? gui.hwndFocus
-                        : dialog;
+      HWND target =
+          GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &gui) && gui.hwndFocus ? gui.hwndFocus : dialog;
       PostMessageW(target, WM_KEYDOWN, key, 1);
       PostMessageW(target, WM_KEYUP, key, 1 | (3u << 30));
       if (WaitForSingleObject(process.hProcess, 3000) == WAIT_OBJECT_0 || !IsWindow(dialog)) break;

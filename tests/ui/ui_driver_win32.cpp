@@ -39,16 +39,12 @@ std::vector<HWND> Children(HWND dialog) {
   return children;
 }
 
-void Settle() {
-  Sleep(kStepMilliseconds);
-}
+void Settle() { Sleep(kStepMilliseconds); }
 
 }  // namespace
 
 void DriveDialog(const std::function<void()>& open, const std::function<void()>& script) {
-  std::thread driver([&script] {
-    script();
-  });
+  std::thread driver([&script] { script(); });
   open();
   driver.join();
 }
@@ -68,7 +64,8 @@ HWND WaitForWindow(const std::wstring& caption) {
 
 HWND WaitForOwnedDialog(HWND owner) {
   for (int i = 0; i < kWaitSteps; ++i) {
-    for (HWND w = FindWindowExW(nullptr, nullptr, L"#32770", nullptr); w; w = FindWindowExW(nullptr, w, L"#32770", nullptr)) {
+    for (HWND w = FindWindowExW(nullptr, nullptr, L"#32770", nullptr); w;
+         w = FindWindowExW(nullptr, w, L"#32770", nullptr)) {
       if (GetWindow(w, GW_OWNER) == owner && IsWindowVisible(w)) {
         Settle();
         return w;
@@ -111,7 +108,8 @@ HWND ByCaption(HWND dialog, const std::wstring& caption) {
 std::wstring Text(HWND control) {
   const auto length = SendMessageW(control, WM_GETTEXTLENGTH, 0, 0);
   std::wstring text(static_cast<size_t>(length) + 1, L'\0');
-  text.resize(static_cast<size_t>(SendMessageW(control, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
+  text.resize(
+      static_cast<size_t>(SendMessageW(control, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
   return text;
 }
 

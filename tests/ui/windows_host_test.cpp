@@ -103,8 +103,8 @@ TEST(EnableControls, LabelsFieldsAndContainers) {
     return CreateWindowW(cls, L"", WS_CHILD | WS_VISIBLE, 0, 0, 50, 20, parent, nullptr, instance, nullptr);
   };
   // A panel of its own (a container) holding a label, its edit field and a list view.
-  HWND panel = CreateWindowW(L"Button", L"", WS_CHILD | BS_GROUPBOX, 0, 0, 200, 100, dialog, nullptr, instance,
-                             nullptr);
+  HWND panel =
+      CreateWindowW(L"Button", L"", WS_CHILD | BS_GROUPBOX, 0, 0, 200, 100, dialog, nullptr, instance, nullptr);
   HWND label = child(L"Static", panel);
   HWND edit = child(L"Edit", panel);
   HWND list = child(WC_LISTVIEWW, panel);
