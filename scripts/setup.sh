@@ -26,6 +26,7 @@ packages=(
   xvfb xauth                            # a display for Wine when there is none (xvfb-run)
   unicode-data                          # UnicodeData.txt for the case-folding table
   imagemagick fonts-dejavu-core         # scripts/make-csv-icon.sh
+  clang-format                          # the format check (scripts/check-format.sh)
   clang libclang-rt-dev llvm            # the fuzz preset: clang, its libFuzzer and sanitizer
                                         # runtimes, llvm-symbolizer for readable reports
   libstb-dev                            # stb_image_write: the dialog tests save screenshots as PNG
