@@ -314,7 +314,9 @@ int main(int argc, char** argv) {
     }
   }
 
-  const fs::path dir = fs::temp_directory_path() / ("qmcsv_actions_bench_" + std::to_string(records));
+  // A folder of this run only: two runs at once must not share files.
+  const fs::path dir = fs::temp_directory_path() / ("qmcsv_actions_bench_" + std::to_string(records) + "_" +
+                                                    std::to_string(Clock::now().time_since_epoch().count()));
   fs::create_directories(dir);
   const double fileMb = static_cast<double>(qm::bench::WriteOrdersFile((dir / "orders.csv").string(), records)) / 1e6;
   std::printf("records: %llu\n", records);

@@ -138,7 +138,10 @@ int main(int argc, char** argv) {
   const uint64_t records = argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 1000000;
   const uint64_t smaller = std::max<uint64_t>(records / 10, 1);
   const fs::path qmhost = QMHOST_PATH;
-  const fs::path work = fs::temp_directory_path() / "qmcsv_loop_bench";
+  // A folder of this run only: two runs at once must not share files.
+  const fs::path work =
+      fs::temp_directory_path() /
+      ("qmcsv_loop_bench_" + std::to_string(std::chrono::steady_clock::now().time_since_epoch().count()));
   fs::create_directories(work);
 
   const std::string bigName = "orders-" + std::to_string(records) + ".csv";
