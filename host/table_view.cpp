@@ -33,7 +33,8 @@ std::string Shown(const std::u16string& cell) {
 
 }  // namespace
 
-std::vector<std::string> TableView(const std::vector<std::vector<std::u16string>>& records, size_t more) {
+std::vector<std::string> TableView(const std::vector<std::vector<std::u16string>>& records, size_t more,
+                                   size_t moreColumns) {
   std::vector<std::vector<std::string>> rows;
   if (!records.empty()) {
     rows.emplace_back(1, "#");
@@ -61,6 +62,9 @@ std::vector<std::string> TableView(const std::vector<std::vector<std::u16string>
   }
   if (records.empty() && more == 0) lines.push_back("(no records)");
   if (more > 0) lines.push_back("... " + std::to_string(more) + " more record" + (more == 1 ? "" : "s"));
+  if (moreColumns > 0) {
+    lines.push_back("... " + std::to_string(moreColumns) + " more column" + (moreColumns == 1 ? "" : "s"));
+  }
   return lines;
 }
 

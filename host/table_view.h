@@ -10,7 +10,9 @@ namespace qmhost {
 
 // One line of column numbers, then one line per record of cells padded to
 // their column's width, control characters escaped; then "... N more
-// records" when `more` records are left out.
-std::vector<std::string> TableView(const std::vector<std::vector<std::u16string>>& records, size_t more);
+// records" when `more` records are left out and "... N more columns" when
+// `moreColumns` columns are.
+std::vector<std::string> TableView(const std::vector<std::vector<std::u16string>>& records, size_t more,
+                                   size_t moreColumns = 0);
 
 }  // namespace qmhost

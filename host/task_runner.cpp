@@ -34,6 +34,8 @@ bool IsBuiltin(const std::string& name) {
 // The prefix of the host variables the show-table step has the plug-in
 // write the table's size and cells into; they are gone when the step ends.
 constexpr char16_t kTableVariable[] = u"$$qmhost table$$";
+// The most columns show-table prints; the rest are counted.
+constexpr size_t kShownColumns = 50;
 
 // a + b for decimal numbers written with "." or "," before the fraction
 // (bank exports write 1.234,56 or 1234,56): exact, in the larger number of
@@ -258,7 +260,10 @@ bool TaskRunner::ShowTable(int32_t i, std::string& failure) {
     return false;
   }
   const size_t records = Count(take(table + u"rows"));
-  const size_t columns = Count(take(table + u"columns"));
+  const size_t allColumns = Count(take(table + u"columns"));
+  // No screen shows more columns than these; a table of thousands of columns
+  // costs only the cells shown.
+  const size_t columns = std::min(allColumns, kShownColumns);
   const size_t shown = std::min(limit, records);
   auto number = [](size_t n) { return qm::Utf8ToUtf16(std::to_string(n)); };
   std::u16string block = keyLine(keys::kSource.name, u"0") + keyLine(keys::kCellCount.name, number(shown * columns));
@@ -278,7 +283,7 @@ bool TaskRunner::ShowTable(int32_t i, std::string& failure) {
     return false;
   }
   const bool quiet = host.options.quiet;
-  for (const auto& line : TableView(cells, records - shown)) Print(quiet ? line : "  " + line);
+  for (const auto& line : TableView(cells, records - shown, allColumns - columns)) Print(quiet ? line : "  " + line);
   return true;
 }
 
