@@ -65,8 +65,6 @@ class SlotName {
 
 }  // namespace
 
-std::u16string CSVLoopVariable(int32_t taskId, int32_t step) { return std::u16string(SlotName(taskId, step).View()); }
-
 TCSVLoopClass* FindSavedCSVLoop(const QmTaskBridge& task, int32_t step) {
   uint64_t number = 0;
   if (!TryStrToUInt64(task.ReadPrivateVariable(SlotName(task.TaskId(), step).View()).View(), number)) return nullptr;

@@ -62,10 +62,9 @@ class TCSVLoopClass : public TBaseLoop {
   std::u16string FRowUnits;
 };
 
-// The name of the task-private variable that holds the loop of a step:
+// The task-private variable that holds the loop of a step is named
 // GetPrefix(task, step) + "$CSVLOOP$".
 inline constexpr std::u16string_view kCSVLoopSuffix = u"$CSVLOOP$";
-std::u16string CSVLoopVariable(int32_t taskId, int32_t step);
 
 // The loop saved for a step of the task, or null. The slot holds the loop's
 // identity in decimal; "0", an empty or absent slot, text that is not an

@@ -8,7 +8,9 @@
 
 namespace qm {
 
+namespace {
 std::u16string SourceLineKey(int32_t index) { return keys::IndexedName(keys::kLine, index); }
+}  // namespace
 
 TCSVSourceSettings ReadSourceSettings(const TQMParamParser& params) {
   TCSVSourceSettings s;
@@ -21,7 +23,7 @@ TCSVSourceSettings ReadSourceSettings(const TQMParamParser& params) {
   const int32_t lineCount = params.GetInteger(keys::kLineCount);
   for (const int32_t i : params.PresentIndices(keys::kLine.name, lineCount, &SourceLineKey)) {
     // An expanded line may hold breaks of its own; an empty one adds nothing.
-    for (const auto& line : SplitLines(ExpandVariables(params.GetString(SourceLineKey(i))))) {
+    for (const auto& line : SplitLines(ExpandVariables(params.GetString(keys::kLine, i)))) {
       s.Text += line;
       s.Text += u"\r\n";
     }

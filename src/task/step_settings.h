@@ -24,7 +24,4 @@ TCSVFormatSettings ReadFormatSettings(const TQMParamParser& params);
 // `targetencoding`, `notchangeformat` (default true).
 TCSVTargetSettings ReadTargetSettings(const TQMParamParser& params);
 
-// The stored key of text line `index`: line and 8 upper-case hex digits.
-std::u16string SourceLineKey(int32_t index);
-
 }  // namespace qm

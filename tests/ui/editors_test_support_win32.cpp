@@ -57,11 +57,6 @@ HWND Labelled(HWND dialog, std::u16string_view label) {
   return ByLabel(dialog, text);
 }
 
-int TabCount(HWND dialog) {
-  HWND tabs = FindWindowExW(dialog, nullptr, WC_TABCONTROLW, nullptr);
-  return static_cast<int>(SendMessageW(tabs, TCM_GETITEMCOUNT, 0, 0));
-}
-
 std::vector<std::wstring> TabCaptions(HWND dialog) {
   HWND tabs = FindWindowExW(dialog, nullptr, WC_TABCONTROLW, nullptr);
   std::vector<std::wstring> captions;

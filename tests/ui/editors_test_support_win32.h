@@ -99,9 +99,9 @@ std::wstring CheckMessage() {
   return failure ? std::wstring(failure->message.begin(), failure->message.end()) : std::wstring();
 }
 
-// The number of tab pages the dialog shows, and their captions.
-int TabCount(HWND dialog);
+// The captions of the dialog's tab pages, and their number.
 std::vector<std::wstring> TabCaptions(HWND dialog);
+inline int TabCount(HWND dialog) { return static_cast<int>(TabCaptions(dialog).size()); }
 // The access key of a caption (upper case), or 0.
 wchar_t KeyOf(const std::wstring& text);
 // A text for a failure message.
