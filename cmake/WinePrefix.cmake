@@ -112,6 +112,9 @@ if(NOT user_reg MATCHES "\"Managed\"=\"N\"")
   endif()
 endif()
 
+# Wine's errors of the last run's programs (cmake/wine-run.sh) go.
+file(REMOVE_RECURSE "${PREFIX}/qmcsv-wine-errors")
+
 # One wineserver for the whole run, kept until the stop fixture, and Wine's
 # own services (started by the first program the server runs) started here
 # with their output in a file. A server or service started by a test would

@@ -48,6 +48,17 @@ run_tests() {
   echo $? >"$logs/$1.rc"
 }
 
+# Wine's own errors, which cmake/wine-run.sh keeps out of the programs'
+# output, a file per program that had any: shown with the win64 results, so
+# that a program that failed for Wine's reasons says why.
+wine_errors() {
+  local dir=build/win64/wineprefix/qmcsv-wine-errors files
+  files=$(find "$dir" -name '*.log' 2>/dev/null | sort)
+  [[ -n $files ]] || return 0
+  printf '\nWine reported errors for %d program run(s) (%s):\n' "$(wc -l <<<"$files")" "$dir"
+  while IFS= read -r file; do head -n 20 "$file" | sed 's/^/  /'; done <<<"$files" | head -n 200
+}
+
 # The source tree before the first test: no test may write into it.
 tree_state() { git -C "$repo" status --porcelain --untracked-files=normal --ignored 2>/dev/null; }
 tree_before=
@@ -82,6 +93,7 @@ for preset in "${presets[@]}"; do
     run_tests "$preset"
   fi
   cat "$logs/$preset.log"
+  [[ $preset == win64 ]] && wine_errors
   rc=$(cat "$logs/$preset.rc")
   line=$(grep -E '^[0-9]+% tests passed, [0-9]+ tests? failed out of [0-9]+' "$logs/$preset.log" | tail -n 1)
   # CTest lists the failed ones after "The following tests FAILED:", one a
