@@ -65,8 +65,8 @@ struct Job {
   bool save;
 };
 
-// The file has a header line, ";" between cells and is UTF-8; column 8 holds
-// the order totals and column 3 the customer names.
+// The file has a header line, ";" between cells and is UTF-8; column 3 holds
+// the customer names, 4 the cities, 8 the order totals and 9 the status.
 constexpr char kOpen[] = "[A_CSV_OPEN]\nsource=1\nfilename=orders.csv\nencoding=2\nheaderline=1\n\n";
 constexpr char kSave[] = "[A_CSV_SAVE]\nsavetofile=1\ntargetfilename=saved.csv\ntargetencoding=2\n\n";
 constexpr char kEmptyTask[] = "[A_CSV_OPEN]\nsource=2\nlinecount=1\nline00000000=a\n\n";
@@ -76,6 +76,11 @@ const Job kJobs[] = {
     {"open_sort_number_save", "[A_CSV_SORT]\nsortcolumn=8\nsortmode=1\n\n", true},
     {"open_sort_text_nocase_save", "[A_CSV_SORT]\nsortcolumn=3\n\n", true},
     {"open_remove_duplicates_save", "[A_CSV_REMOVEDUPL]\nvarname=removed\n\n", true},
+    // Keeps the orders whose status contains "paid" in any case (a quarter),
+    // and those shipped to Berlin or München by a regular expression (a fifth).
+    {"open_filter_text_save", "[A_CSV_FILTER]\nconditionscount=1\ncondition00000000=9,paid,0,0\n\n", true},
+    {"open_filter_regex_save",
+     "[A_CSV_FILTER]\nconditionscount=1\ncondition00000000=4,^(Berlin|M\xC3\xBCnchen)$,0,1\n\n", true},
     {"open_info", "[A_CSV_INFO]\nrecordcountvar=records\ncolcountvar=columns\n\n", false},
     // A pass per record that only sets the row number and the row's content.
     {"open_loop", "[A_CSV_LOOP]\nrowvarname=n\nlinevarname=row\n\n[end-loop]\n\n", false},

@@ -9,8 +9,9 @@
 // PEER is duckdb or polars; JOB one of actions_bench's (open_loop has no
 // counterpart). Every cell is read as text, as qmcsv keeps it; the number
 // sort orders by the Total column as a number, the text sort by Customer
-// without case. The saved file is saved.csv. Exit status 3: the peer's
-// package is not installed there.
+// without case; the filters keep the rows whose Status contains "paid" and
+// those whose City is Berlin or München, both without case. The saved file is
+// saved.csv. Exit status 3: the peer's package is not installed there.
 import { createRequire } from 'node:module';
 import path from 'node:path';
 
@@ -35,6 +36,9 @@ async function duckdb() {
     case 'open_sort_number_save': return save(`SELECT * FROM ${source} ORDER BY TRY_CAST(Total AS DOUBLE)`);
     case 'open_sort_text_nocase_save': return save(`SELECT * FROM ${source} ORDER BY lower(Customer)`);
     case 'open_remove_duplicates_save': return save(`SELECT DISTINCT * FROM ${source}`);
+    case 'open_filter_text_save': return save(`SELECT * FROM ${source} WHERE contains(lower(Status), 'paid')`);
+    case 'open_filter_regex_save':
+      return save(`SELECT * FROM ${source} WHERE regexp_matches(City, '^(Berlin|München)$', 'i')`);
     case 'open_info': return connection.run(`SELECT count(*) FROM ${source}`);
   }
   process.exit(2);
@@ -49,6 +53,9 @@ async function polars() {
     case 'open_sort_number_save': return save(table.sort(pl.col('Total').cast(pl.Float64)));
     case 'open_sort_text_nocase_save': return save(table.sort(pl.col('Customer').str.toLowerCase()));
     case 'open_remove_duplicates_save': return save(table.unique({ maintainOrder: true }));
+    case 'open_filter_text_save':
+      return save(table.filter(pl.col('Status').str.toLowerCase().str.contains('paid')));
+    case 'open_filter_regex_save': return save(table.filter(pl.col('City').str.contains('(?i)^(Berlin|München)$')));
     case 'open_info': return [table.height, table.width];
   }
   process.exit(2);
