@@ -16,12 +16,13 @@ namespace qm {
 Record::Block* Record::Allocate(const Shape& shape) {
   auto* block = static_cast<Block*>(std::malloc(shape.Bytes()));
   if (!block) throw std::bad_alloc();
-  block->head = shape.count | (shape.shortEnds ? kShortEnds : 0);
+  block->head = shape.Head();
   return block;
 }
 
 void Record::Release() noexcept {
-  if ((bits_ & kInArena) == 0) std::free(block());
+  // A record moved from or never filled holds no block.
+  if (bits_ != 0 && (bits_ & kInArena) == 0) std::free(block());
   bits_ = 0;
 }
 
@@ -73,8 +74,11 @@ bool FitsNarrow(CellText text) noexcept { return text.IsNarrow() || FitsLatin1(t
 
 void Record::Fill(Block* block, const Shape& shape, CellText text, std::span<const uint32_t> ends,
                   bool dropSource) noexcept {
-  block->head = shape.count | (shape.shortEnds ? kShortEnds : 0);
-  if (shape.shortEnds) {
+  block->head = shape.Head();
+  if (shape.endBytes == 1) {
+    auto* out = reinterpret_cast<uint8_t*>(block->ends);
+    for (size_t k = 0; k < ends.size(); ++k) out[k] = static_cast<uint8_t>(ends[k]);
+  } else if (shape.endBytes == 2) {
     auto* out = reinterpret_cast<uint16_t*>(block->ends);
     for (size_t k = 0; k < ends.size(); ++k) out[k] = static_cast<uint16_t>(ends[k]);
   } else {
@@ -82,8 +86,7 @@ void Record::Fill(Block* block, const Shape& shape, CellText text, std::span<con
     CopyInSteps(ends.size(), ends.data(), sizeof(uint32_t), dropSource,
                 [&](size_t done, size_t n) { std::memcpy(out + done, ends.data() + done, n * sizeof(uint32_t)); });
   }
-  char* textAt = reinterpret_cast<char*>(block->ends) + ends.size() * (shape.shortEnds ? 2 : 4);
-  CopyText(text, textAt, shape.narrow, dropSource);
+  CopyText(text, shape.Text(block), shape.narrow, dropSource);
 }
 
 Record Record::InArena(RecordArena& arena, CellText text, std::span<const uint32_t> ends, bool dropSource,
@@ -109,17 +112,13 @@ Record::Record(std::span<const CellText> cells) {
   const Shape shape(static_cast<uint32_t>(cells.size()), static_cast<uint32_t>(total), narrow);
   Block* block = Allocate(shape);
   Adopt(block, shape, false);
-  char* text = reinterpret_cast<char*>(block->ends) + cells.size() * (shape.shortEnds ? 2 : 4);
+  char* text = shape.Text(block);
   const size_t unit = narrow ? 1 : sizeof(char16_t);
   uint32_t end = 0;
   for (size_t k = 0; k < cells.size(); ++k) {
     CopyText(cells[k], text + size_t{end} * unit, narrow, false);
     end += static_cast<uint32_t>(cells[k].size());
-    if (shape.shortEnds) {
-      reinterpret_cast<uint16_t*>(block->ends)[k] = static_cast<uint16_t>(end);
-    } else {
-      block->ends[k] = end;
-    }
+    shape.SetEnd(block, k, end);
   }
 }
 
@@ -213,19 +212,13 @@ void Record::Splice(int32_t index, int32_t remove, CellText text, bool insert) {
   const Shape shape(static_cast<uint32_t>(newCount), oldLength - (cutEnd - cutBegin) + added, narrow);
   Block* next = Allocate(shape);
   // Text: the part before the cut, the new cell, the part after the cut.
-  char* out = reinterpret_cast<char*>(next->ends) + size_t{shape.count} * (shape.shortEnds ? 2 : 4);
+  char* out = shape.Text(next);
   const size_t unit = narrow ? 1 : sizeof(char16_t);
   CopyText(before, out, narrow, false);
   if (added) CopyText(text, out + size_t{cutBegin} * unit, narrow, false);
   CopyText(after, out + size_t{cutBegin + added} * unit, narrow, false);
   // Ends: unchanged before the index, shifted after it.
-  auto setEnd = [&](int32_t k, uint32_t end) {
-    if (shape.shortEnds) {
-      reinterpret_cast<uint16_t*>(next->ends)[k] = static_cast<uint16_t>(end);
-    } else {
-      next->ends[k] = end;
-    }
-  };
+  auto setEnd = [&](int32_t k, uint32_t end) { shape.SetEnd(next, static_cast<size_t>(k), end); };
   int32_t k = 0;
   for (; k < index; ++k) setEnd(k, cells.End(k));
   if (insert) setEnd(k++, cutBegin + added);

@@ -2,9 +2,9 @@
 // block, so a million records cost a million allocations, not ten million, and
 // the text dominates the memory. A record whose characters all lie below
 // U+0100 (most records of most tables) keeps them one byte each, any other in
-// UTF-16; a record of less than 64 Ki characters keeps its cell ends in 16
-// bits, a longer one in 32. How a record is kept follows from its text alone,
-// so equal records are always kept alike.
+// UTF-16; a record of less than 256 characters keeps its cell ends in 8 bits,
+// one of less than 64 Ki in 16, a longer one in 32. How a record is kept
+// follows from its text alone, so equal records are always kept alike.
 #pragma once
 
 #include <algorithm>
@@ -48,7 +48,9 @@ class Record {
   Record& operator=(Record&& other) noexcept;
   ~Record();
 
-  int32_t Count() const noexcept { return bits_ ? static_cast<int32_t>(block()->head & kCountBits) : 0; }
+  int32_t Count() const noexcept {
+    return bits_ ? static_cast<int32_t>(Shape::Of(block()->head, IsNarrow()).count) : 0;
+  }
   // Whether the record keeps its characters one byte each.
   bool IsNarrow() const noexcept { return (bits_ & kNarrow) != 0; }
 
@@ -66,7 +68,11 @@ class Record {
     }
     // Where cell `index` ends in All(): the next cell starts there.
     uint32_t End(int32_t index) const noexcept {
-      return shortEnds_ ? static_cast<const uint16_t*>(ends_)[index] : static_cast<const uint32_t*>(ends_)[index];
+      switch (endBytes_) {
+        case 1: return static_cast<const uint8_t*>(ends_)[index];
+        case 2: return static_cast<const uint16_t*>(ends_)[index];
+        default: return static_cast<const uint32_t*>(ends_)[index];
+      }
     }
     // All the cells' text, back to back.
     CellText All() const noexcept { return Span(0, count_ ? End(count_ - 1) : 0); }
@@ -81,18 +87,18 @@ class Record {
     const void* text_ = nullptr;
     int32_t count_ = 0;
     bool narrow_ = false;
-    bool shortEnds_ = false;
+    uint8_t endBytes_ = 4;
   };
   Cells AllCells() const noexcept {
     Cells cells;
     if (bits_) {
       const Block* b = block();
-      cells.count_ = static_cast<int32_t>(b->head & kCountBits);
-      cells.narrow_ = IsNarrow();
-      cells.shortEnds_ = (b->head & kShortEnds) != 0;
+      const Shape shape = Shape::Of(b->head, IsNarrow());
+      cells.count_ = static_cast<int32_t>(shape.count);
+      cells.narrow_ = shape.narrow;
+      cells.endBytes_ = shape.endBytes;
       cells.ends_ = b->ends;
-      cells.text_ = static_cast<const char*>(static_cast<const void*>(b->ends)) +
-                    size_t{static_cast<uint32_t>(cells.count_)} * (cells.shortEnds_ ? 2 : 4);
+      cells.text_ = static_cast<const char*>(static_cast<const void*>(b->ends)) + shape.EndsBytes();
     }
     return cells;
   }
@@ -128,10 +134,15 @@ class Record {
 
  private:
   struct Block {
-    uint32_t head;     // the cell count, with kShortEnds
-    uint32_t ends[1];  // one per cell (16 or 32 bits), then the text (bytes or char16_t)
+    uint32_t head;     // the cell count, with kShortEnds and kEnds8 for the ends' size
+    uint32_t ends[1];  // one per cell (8, 16 or 32 bits), then the text (bytes or char16_t)
   };
+  // kShortEnds: 16-bit ends, or 8-bit ones with kEnds8 too. A record of short
+  // ends has at most 64 Ki cells, so kEnds8 is free there; the count of one
+  // of 32-bit ends takes 31 bits.
   static constexpr uint32_t kShortEnds = 0x80000000u;
+  static constexpr uint32_t kEnds8 = 0x40000000u;
+  static constexpr uint32_t kShortCountBits = 0x3FFFFFFFu;
   static constexpr uint32_t kCountBits = 0x7FFFFFFFu;
   // The block's address, with kInArena set for a block of an arena and
   // kNarrow for one-byte text: kept in the record itself, so that releasing
@@ -140,17 +151,47 @@ class Record {
   static constexpr uintptr_t kNarrow = 2;
   static constexpr uintptr_t kTagBits = kInArena | kNarrow;
 
-  // How a block of `count` cells and `length` characters is laid out.
+  // How a block of `count` cells and `length` characters is laid out. UTF-16
+  // text starts at an even offset: after an odd number of 8-bit ends comes a
+  // byte of padding.
   struct Shape {
     uint32_t count = 0;
-    uint32_t length = 0;
+    uint32_t length = 0;  // unknown (0) in a shape read from a block's head
     bool narrow = false;
-    bool shortEnds = false;
+    uint8_t endBytes = 4;
     Shape(uint32_t cells, uint32_t characters, bool oneByte)
-        : count(cells), length(characters), narrow(oneByte), shortEnds(characters <= 0xFFFF) {}
-    size_t Bytes() const noexcept {
-      return sizeof(uint32_t) + size_t{count} * (shortEnds ? 2 : 4) + size_t{length} * (narrow ? 1 : 2);
+        : count(cells),
+          length(characters),
+          narrow(oneByte),
+          endBytes(characters <= 0xFF ? 1 : (characters <= 0xFFFF ? 2 : 4)) {}
+    static Shape Of(uint32_t head, bool narrow) noexcept {
+      Shape shape(0, 0, narrow);
+      if (head & kShortEnds) {
+        shape.endBytes = (head & kEnds8) ? 1 : 2;
+        shape.count = head & kShortCountBits;
+      } else {
+        shape.endBytes = 4;
+        shape.count = head & kCountBits;
+      }
+      return shape;
     }
+    uint32_t Head() const noexcept {
+      return count | (endBytes == 1 ? kShortEnds | kEnds8 : (endBytes == 2 ? kShortEnds : 0));
+    }
+    size_t EndsBytes() const noexcept {
+      const size_t bytes = size_t{count} * endBytes;
+      return narrow ? bytes : (bytes + 1) & ~size_t{1};
+    }
+    size_t Bytes() const noexcept { return sizeof(uint32_t) + EndsBytes() + size_t{length} * (narrow ? 1 : 2); }
+    // Stores cell k's end.
+    void SetEnd(Block* block, size_t k, uint32_t end) const noexcept {
+      switch (endBytes) {
+        case 1: reinterpret_cast<uint8_t*>(block->ends)[k] = static_cast<uint8_t>(end); break;
+        case 2: reinterpret_cast<uint16_t*>(block->ends)[k] = static_cast<uint16_t>(end); break;
+        default: block->ends[k] = end;
+      }
+    }
+    char* Text(Block* block) const noexcept { return reinterpret_cast<char*>(block->ends) + EndsBytes(); }
   };
   static Shape ShapeOf(const Record& record) noexcept {
     const Cells cells = record.AllCells();

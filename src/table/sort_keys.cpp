@@ -96,6 +96,10 @@ struct NumberKey {
   uint32_t row;
 };
 
+// Powers of ten that a double holds exactly.
+constexpr double kExactPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                        1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
 template <typename Unit>
 bool TextToFloat(const Unit* text, size_t size, double& value) {
   const char16_t separator = DecimalSeparator();
@@ -103,30 +107,48 @@ bool TextToFloat(const Unit* text, size_t size, double& value) {
   while (i < n && IsNumberBlank(text[i])) ++i;
   while (n > i && IsNumberBlank(text[n - 1])) --n;
   if (i == n || n - i > 4096) return false;
+  const size_t first = i;
+  const bool negative = text[i] == u'-';
+  if (text[i] == u'+' || text[i] == u'-') ++i;
+  // The digits, with the separator at most once among them: [digitsBegin,
+  // digitsEnd) with `fraction` digits after the separator.
+  const size_t digitsBegin = i;
+  uint64_t mantissa = 0;
+  size_t digits = 0, fraction = 0;
+  for (; i < n && IsDigit(text[i]); ++i, ++digits) mantissa = mantissa * 10 + (text[i] - u'0');
+  if (i < n && text[i] == separator) {
+    for (++i; i < n && IsDigit(text[i]); ++i, ++digits, ++fraction) mantissa = mantissa * 10 + (text[i] - u'0');
+  }
+  if (digits == 0) return false;
+  const size_t digitsEnd = i;
+  if (i == n && digits <= 15) {
+    // Up to 15 digits and a power of ten are both exact, so one division
+    // rounds correctly: the same value the full conversion gives.
+    value = static_cast<double>(mantissa) / kExactPowersOfTen[fraction];
+    if (negative) value = -value;
+    return true;
+  }
+  if (i < n && (text[i] == u'e' || text[i] == u'E')) {
+    ++i;
+    if (i < n && (text[i] == u'+' || text[i] == u'-')) ++i;
+    const size_t exponentBegin = i;
+    while (i < n && IsDigit(text[i])) ++i;
+    if (i == exponentBegin) return false;
+  }
+  if (i != n) return false;
   // Copied as ASCII with a point for the separator; '+' is left out because
   // the converter does not take it.
   std::string ascii;
-  ascii.reserve(n - i);
-  if (text[i] == u'+' || text[i] == u'-') {
-    if (text[i] == u'-') ascii.push_back('-');
-    ++i;
+  ascii.reserve(n - first);
+  if (negative) ascii.push_back('-');
+  for (size_t k = digitsBegin; k < n; ++k) {
+    const char16_t c = text[k];
+    if (k < digitsEnd && c == separator) {
+      ascii.push_back('.');
+    } else if (c != u'+') {
+      ascii.push_back(static_cast<char>(c));
+    }
   }
-  size_t digits = 0;
-  for (; i < n && IsDigit(text[i]); ++i, ++digits) ascii.push_back(static_cast<char>(text[i]));
-  if (i < n && text[i] == separator) {
-    ascii.push_back('.');
-    for (++i; i < n && IsDigit(text[i]); ++i, ++digits) ascii.push_back(static_cast<char>(text[i]));
-  }
-  if (digits == 0) return false;
-  if (i < n && (text[i] == u'e' || text[i] == u'E')) {
-    ascii.push_back('e');
-    ++i;
-    if (i < n && (text[i] == u'+' || text[i] == u'-')) ascii.push_back(static_cast<char>(text[i++]));
-    size_t exponentDigits = 0;
-    for (; i < n && IsDigit(text[i]); ++i, ++exponentDigits) ascii.push_back(static_cast<char>(text[i]));
-    if (exponentDigits == 0) return false;
-  }
-  if (i != n) return false;
   double parsed = 0;
   const auto result = std::from_chars(ascii.data(), ascii.data() + ascii.size(), parsed);
   if (result.ec != std::errc() || result.ptr != ascii.data() + ascii.size()) return false;

@@ -101,25 +101,27 @@ TEST(Record, KeepsOneByteTextWhileEveryCharacterFitsAndLongTextWithWideEnds) {
   EXPECT_EQ(Cells(r), (V{u"x", u"caf\u00E9", u"\u00FF"}));
   EXPECT_EQ(Cells(copy), (V{u"x", u"caf\u00E9", u"\u00FF", u"\u0141\u00F3d\u017A"}));
 
-  // Cell ends on both sides of 64 Ki characters, in both kinds of text, as
-  // records grow and shrink across it.
-  for (const char16_t fill : {u'a', u'\u0416'}) {
-    const std::u16string big(65534, fill);
-    const std::u16string_view cells[] = {big, u"b"};
-    Record grown(cells);
-    EXPECT_EQ(grown.IsNarrow(), fill == u'a');
-    grown.Append(u"c");  // 65536 characters
-    grown.Append(u"d");
-    EXPECT_EQ(Cells(grown), (V{big, u"b", u"c", u"d"}));
-    grown.PadTo(5);
-    grown.Delete(3);
-    grown.Delete(0);
-    EXPECT_EQ(Cells(grown), (V{u"b", u"c", u""}));
-    RecordArena arena;
-    const uint32_t ends[] = {65534, 65535, 65536};
-    const std::u16string text = big + u"bc";
-    EXPECT_EQ(Cells(Record::InArena(arena, text, ends)), (V{big, u"b", u"c"}));
-    EXPECT_EQ(Cells(Record::InArena(arena, text, std::span(ends, 2))), (V{big, u"b"}));
+  // Cell ends on both sides of 256 and of 64 Ki characters, in both kinds
+  // of text, as records grow and shrink across them.
+  for (const uint32_t limit : {256u, 65536u}) {
+    for (const char16_t fill : {u'a', u'\u0416'}) {
+      const std::u16string big(limit - 2, fill);
+      const std::u16string_view cells[] = {big, u"b"};
+      Record grown(cells);
+      EXPECT_EQ(grown.IsNarrow(), fill == u'a');
+      grown.Append(u"c");  // `limit` characters
+      grown.Append(u"d");
+      EXPECT_EQ(Cells(grown), (V{big, u"b", u"c", u"d"}));
+      grown.PadTo(5);
+      grown.Delete(3);
+      grown.Delete(0);
+      EXPECT_EQ(Cells(grown), (V{u"b", u"c", u""}));
+      RecordArena arena;
+      const uint32_t ends[] = {limit - 2, limit - 1, limit};
+      const std::u16string text = big + u"bc";
+      EXPECT_EQ(Cells(Record::InArena(arena, text, ends)), (V{big, u"b", u"c"}));
+      EXPECT_EQ(Cells(Record::InArena(arena, text, std::span(ends, 2))), (V{big, u"b"}));
+    }
   }
 }
 
