@@ -42,20 +42,19 @@ inline Out* CopyQuoted(const Unit* p, const Unit* end, Out quote, Out* out, cons
   return out;
 }
 
-template <typename Unit, typename Out>
-Out* WriteJoinedCells(const Record::Cells& cells, const Unit* text, const TextFormat& f, Out* out) {
-  const int32_t count = cells.Count();
+template <typename Unit, typename Out, typename End>
+Out* WriteJoinedCells(const End* ends, int32_t count, const Unit* text, const Unit* limit, const TextFormat& f,
+                      Out* out) {
   // Kept apart from `f`: stores through `out` could otherwise change them.
   const auto delimiter = static_cast<Out>(f.delimiter);
   const auto quote = static_cast<Out>(f.quote);
   // One look over the record's text, whose cells lie back to back, finds the
   // first character that may call for quotes; usually there is none, and
   // after one the look goes on from the next cell.
-  const Unit* limit = text + cells.All().size();
   const Unit* trigger = quote == 0 ? limit : FindQuoteTrigger(text, limit, f);
   const Unit* begin = text;
   for (int32_t k = 0; k < count; ++k) {
-    const Unit* end = text + cells.End(k);
+    const Unit* end = text + ends[k];
     if (trigger >= end) {
       out = simd::CopyRun(begin, end, out, limit);
     } else {
@@ -68,6 +67,12 @@ Out* WriteJoinedCells(const Record::Cells& cells, const Unit* text, const TextFo
     begin = end;
   }
   return out - 1;
+}
+
+template <typename Unit, typename Out>
+Out* WriteJoinedCells(const Record::Cells& cells, const Unit* text, const TextFormat& f, Out* out) {
+  const Unit* limit = text + cells.All().size();
+  return cells.WithEnds([&](const auto* ends) { return WriteJoinedCells(ends, cells.Count(), text, limit, f, out); });
 }
 
 // A record of one empty cell: two quote characters, or nothing without them.

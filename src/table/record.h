@@ -74,6 +74,17 @@ class Record {
         default: return static_cast<const uint32_t*>(ends_)[index];
       }
     }
+    // Calls f with the cell ends as the array they are kept in (of uint8_t,
+    // uint16_t or uint32_t), for loops over many cells that would otherwise
+    // ask End() for the ends' size at every cell.
+    template <typename F>
+    decltype(auto) WithEnds(F&& f) const {
+      switch (endBytes_) {
+        case 1: return f(static_cast<const uint8_t*>(ends_));
+        case 2: return f(static_cast<const uint16_t*>(ends_));
+        default: return f(static_cast<const uint32_t*>(ends_));
+      }
+    }
     // All the cells' text, back to back.
     CellText All() const noexcept { return Span(0, count_ ? End(count_ - 1) : 0); }
 
