@@ -154,11 +154,6 @@ Record& Record::operator=(Record&& other) noexcept {
 
 Record::~Record() { Release(); }
 
-CellText Record::At(int32_t index) const {
-  if (index < 0 || index >= Count()) RaiseListIndexError(index);
-  return Cell(index);
-}
-
 void Record::Set(int32_t index, CellText text) {
   if (index < 0 || index >= Count()) RaiseListIndexError(index);
   Splice(index, 1, text, true);

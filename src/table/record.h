@@ -14,6 +14,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/errors.h"
 #include "table/cell_text.h"
 
 namespace qm {
@@ -130,7 +131,11 @@ class Record {
   }
 
   // Checked access: an index outside 0..Count()-1 raises the list's index error.
-  CellText At(int32_t index) const;
+  CellText At(int32_t index) const {
+    const Cells cells = AllCells();
+    if (index < 0 || index >= cells.Count()) RaiseListIndexError(index);
+    return cells[index];
+  }
 
   // Each raises the list's index error when the index is outside the list
   // (Insert allows Count(), the end). Nothing changes on an error.

@@ -90,6 +90,9 @@ void SortTextKeys(TextKey* keys, size_t count, const std::vector<CellText>& cell
   }
 }
 
+// How many records ahead the loops that read every record's key fetch them.
+constexpr size_t kRecordsAhead = 16;
+
 // Number keys: each cell converted once, not at every comparison.
 struct NumberKey {
   double value;
@@ -178,6 +181,8 @@ void NumberOrder(const std::vector<Record>& records, int32_t column, uint32_t* o
   RawBuffer<NumberKey> keyMemory;
   NumberKey* keys = keyMemory.Reserve(count);
   for (size_t i = 0; i < count; ++i) {
+    // After an earlier sort the records lie in no order in memory.
+    if (i + kRecordsAhead < count) records[i + kRecordsAhead].PrefetchStart();
     double value = 0;
     if (!TryTextToFloat(records[i].At(column), value)) value = 0;
     keys[i] = {value, static_cast<uint32_t>(i)};
@@ -192,6 +197,7 @@ void TextOrder(const std::vector<Record>& records, int32_t column, bool caseSens
   RawBuffer<TextKey> keyMemory;
   TextKey* keys = keyMemory.Reserve(count);
   for (size_t i = 0; i < count; ++i) {
+    if (i + kRecordsAhead < count) records[i + kRecordsAhead].PrefetchStart();
     cells[i] = records[i].At(column);
     keys[i].row = static_cast<uint32_t>(i);
   }
