@@ -42,7 +42,13 @@ void FilterRows(TSimpleCSVDataClass& table, TRecordFilterList& filters, bool rev
   std::vector<bool> keep(static_cast<size_t>(count));
   int32_t row = count;
   try {
-    while (row-- > 0) keep[static_cast<size_t>(row)] = filters.CheckFilters(storage.GetDataRecord(row), row) != reverse;
+    // After a sort the records lie in no order in memory: each is fetched
+    // a few rows ahead.
+    constexpr int32_t kAhead = 16;
+    while (row-- > 0) {
+      if (row >= kAhead) storage.GetDataRecord(row - kAhead).Prefetch();
+      keep[static_cast<size_t>(row)] = filters.CheckFilters(storage.GetDataRecord(row), row) != reverse;
+    }
   } catch (...) {
     // The walk down would have removed the rows after this one already.
     DropRows(table, row + 1, keep);

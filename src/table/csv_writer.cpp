@@ -16,7 +16,7 @@ constexpr size_t kWriteChunk = size_t{1} << 18;
 constexpr size_t kWriteChunkBytes = size_t{1} << 19;
 
 // Records fetched ahead of the one being written.
-constexpr size_t kFetchAhead = 8;
+constexpr size_t kFetchAhead = 16;
 
 // Encodes rendered UTF-16 text and writes it, byte-order mark first.
 class EncodedFileSink {
@@ -45,13 +45,11 @@ void ForEachLine(const TMemoryStrDataStorage& storage, const CsvWriteRules& rule
     add(storage.FieldNameRecord());
   }
   // After a sort the records' blocks lie in random order in memory: each is
-  // fetched ahead in two steps (its first line, then the rest once that
-  // line tells its size), so the processor waits for memory far less.
+  // fetched ahead, so the processor waits for memory far less.
   const std::vector<Record>& records = storage.Records();
   const size_t count = records.size();
   for (size_t i = 0; i < count; ++i) {
-    if (i + 2 * kFetchAhead < count) records[i + 2 * kFetchAhead].PrefetchStart();
-    if (i + kFetchAhead < count) records[i + kFetchAhead].PrefetchAll();
+    if (i + kFetchAhead < count) records[i + kFetchAhead].Prefetch();
     add(records[i]);
   }
 }

@@ -275,12 +275,14 @@ std::vector<bool> FindDuplicateRows(const std::vector<Record>& records, bool cas
   std::vector<bool> duplicate(records.size(), false);
   deleted = 0;
   // Hashes a batch of rows first and fetches their slots, then inserts them
-  // one by one, still from the bottom up.
+  // one by one, still from the bottom up. The next batch's records are
+  // fetched meanwhile: after a sort they lie in no order in memory.
   constexpr int32_t kBatch = 16;
   uint64_t hashes[kBatch];
   for (int32_t top = rows; top > 0; top -= kBatch) {
     const int32_t count = top < kBatch ? top : kBatch;
     for (int32_t k = 0; k < count; ++k) {
+      if (top - 1 - k - kBatch >= 0) records[static_cast<size_t>(top - 1 - k - kBatch)].Prefetch();
       hashes[k] = kept.Hash(top - 1 - k);
       kept.Prefetch(hashes[k]);
     }

@@ -7,6 +7,22 @@
 
 namespace qm {
 
+namespace {
+
+// Calls f(record, row) for every record in order, each fetched a few rows
+// ahead: after a sort the records lie in no order in memory.
+template <typename F>
+void ForEachFetched(std::vector<Record>& records, F&& f) {
+  constexpr size_t kAhead = 16;
+  const size_t count = records.size();
+  for (size_t i = 0; i < count; ++i) {
+    if (i + kAhead < count) records[i + kAhead].Prefetch();
+    f(records[i], i);
+  }
+}
+
+}  // namespace
+
 void TMemoryStrDataStorage::CheckRow(int32_t row) const {
   if (row < 0 || row >= RecordCount()) RaiseListIndexError(row);
 }
@@ -77,7 +93,7 @@ void TMemoryStrDataStorage::InsertColumn(int32_t position, ColumnFill fill, std:
                                          std::u16string_view value) {
   if (position > FieldCount()) position = -1;
   fields_.Insert(position < 0 ? FieldCount() : position, name);
-  for (size_t i = 0; i < records_.size(); ++i) {
+  ForEachFetched(records_, [&](Record& record, size_t i) {
     std::u16string number;
     std::u16string_view text;
     if (fill == ColumnFill::RowNumber) {
@@ -86,13 +102,12 @@ void TMemoryStrDataStorage::InsertColumn(int32_t position, ColumnFill fill, std:
     } else if (fill == ColumnFill::Value) {
       text = value;
     }
-    Record& record = records_[i];
     if (position < 0) {
       record.Append(text);
     } else {
       record.Insert(position, text);
     }
-  }
+  });
 }
 
 void TMemoryStrDataStorage::MoveColumn(int32_t from, int32_t to) {
@@ -101,13 +116,13 @@ void TMemoryStrDataStorage::MoveColumn(int32_t from, int32_t to) {
   if (from < 0 || from >= count) RaiseListIndexError(from);
   if (to < 0 || to >= count) RaiseListIndexError(to);
   fields_.Move(from, to);
-  for (Record& record : records_) record.Move(from, to);
+  ForEachFetched(records_, [&](Record& record, size_t) { record.Move(from, to); });
 }
 
 void TMemoryStrDataStorage::RemoveColumn(int32_t column) {
   if (column < 0 || column >= FieldCount()) RaiseListIndexError(column);
   fields_.Remove(column);
-  for (Record& record : records_) record.Delete(column);
+  ForEachFetched(records_, [&](Record& record, size_t) { record.Delete(column); });
 }
 
 void TMemoryStrDataStorage::SetFieldCount(int32_t count) {
@@ -115,19 +130,19 @@ void TMemoryStrDataStorage::SetFieldCount(int32_t count) {
   if (count < 0 || count == have) return;
   if (count > have) {
     fields_.Resize(count);
-    for (Record& record : records_) record.PadTo(record.Count() + (count - have));
+    ForEachFetched(records_, [&](Record& record, size_t) { record.PadTo(record.Count() + (count - have)); });
     return;
   }
   fields_.Resize(count);
   std::vector<CellText> kept;
-  for (Record& record : records_) {
+  ForEachFetched(records_, [&](Record& record, size_t) {
     const Record::Cells cells = record.AllCells();
     kept.clear();
     for (int32_t k = 0; k < cells.Count(); ++k) {
       if (k < count || k >= have) kept.push_back(cells[k]);
     }
     record = Record(kept);
-  }
+  });
 }
 
 void TMemoryStrDataStorage::SortByField(int32_t column, bool caseSensitive, bool descending, bool numeric) {

@@ -182,7 +182,7 @@ void NumberOrder(const std::vector<Record>& records, int32_t column, uint32_t* o
   NumberKey* keys = keyMemory.Reserve(count);
   for (size_t i = 0; i < count; ++i) {
     // After an earlier sort the records lie in no order in memory.
-    if (i + kRecordsAhead < count) records[i + kRecordsAhead].PrefetchStart();
+    if (i + kRecordsAhead < count) records[i + kRecordsAhead].Prefetch();
     double value = 0;
     if (!TryTextToFloat(records[i].At(column), value)) value = 0;
     keys[i] = {value, static_cast<uint32_t>(i)};
@@ -197,7 +197,7 @@ void TextOrder(const std::vector<Record>& records, int32_t column, bool caseSens
   RawBuffer<TextKey> keyMemory;
   TextKey* keys = keyMemory.Reserve(count);
   for (size_t i = 0; i < count; ++i) {
-    if (i + kRecordsAhead < count) records[i + kRecordsAhead].PrefetchStart();
+    if (i + kRecordsAhead < count) records[i + kRecordsAhead].Prefetch();
     cells[i] = records[i].At(column);
     keys[i].row = static_cast<uint32_t>(i);
   }
