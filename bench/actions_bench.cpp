@@ -81,6 +81,11 @@ const Job kJobs[] = {
     {"open_filter_text_save", "[A_CSV_FILTER]\nconditionscount=1\ncondition00000000=9,paid,0,0\n\n", true},
     {"open_filter_regex_save",
      "[A_CSV_FILTER]\nconditionscount=1\ncondition00000000=4,^(Berlin|M\xC3\xBCnchen)$,0,1\n\n", true},
+    // Steps after a sort, which find the records in no order in memory.
+    {"open_sort_dedupe_filter_save",
+     "[A_CSV_SORT]\nsortcolumn=3\n\n[A_CSV_REMOVEDUPL]\nvarname=removed\n\n"
+     "[A_CSV_FILTER]\nconditionscount=1\ncondition00000000=4,^(Berlin|M\xC3\xBCnchen)$,0,1\n\n",
+     true},
     {"open_info", "[A_CSV_INFO]\nrecordcountvar=records\ncolcountvar=columns\n\n", false},
     // A pass per record that only sets the row number and the row's content.
     {"open_loop", "[A_CSV_LOOP]\nrowvarname=n\nlinevarname=row\n\n[end-loop]\n\n", false},

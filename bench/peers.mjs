@@ -10,7 +10,8 @@
 // counterpart). Every cell is read as text, as qmcsv keeps it; the number
 // sort orders by the Total column as a number, the text sort by Customer
 // without case; the filters keep the rows whose Status contains "paid" and
-// those whose City is Berlin or München, both without case. The saved file is
+// those whose City is Berlin or München, both without case; the chain does the
+// text sort, the duplicates and the City filter in one job. The saved file is
 // saved.csv. Exit status 3: the peer's package is not installed there.
 import { createRequire } from 'node:module';
 import path from 'node:path';
@@ -39,6 +40,9 @@ async function duckdb() {
     case 'open_filter_text_save': return save(`SELECT * FROM ${source} WHERE contains(lower(Status), 'paid')`);
     case 'open_filter_regex_save':
       return save(`SELECT * FROM ${source} WHERE regexp_matches(City, '^(Berlin|München)$', 'i')`);
+    case 'open_sort_dedupe_filter_save':
+      return save(`SELECT DISTINCT * FROM ${source} WHERE regexp_matches(City, '^(Berlin|München)$', 'i')
+                   ORDER BY lower(Customer)`);
     case 'open_info': return connection.run(`SELECT count(*) FROM ${source}`);
   }
   process.exit(2);
@@ -56,6 +60,9 @@ async function polars() {
     case 'open_filter_text_save':
       return save(table.filter(pl.col('Status').str.toLowerCase().str.contains('paid')));
     case 'open_filter_regex_save': return save(table.filter(pl.col('City').str.contains('(?i)^(Berlin|München)$')));
+    case 'open_sort_dedupe_filter_save':
+      return save(table.sort(pl.col('Customer').str.toLowerCase()).unique({ maintainOrder: true })
+        .filter(pl.col('City').str.contains('(?i)^(Berlin|München)$')));
     case 'open_info': return [table.height, table.width];
   }
   process.exit(2);
