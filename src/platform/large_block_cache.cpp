@@ -2,7 +2,37 @@
 
 #include <algorithm>
 
+#if defined(__SANITIZE_ADDRESS__)
+#define QMCSV_ADDRESS_SANITIZER 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define QMCSV_ADDRESS_SANITIZER 1
+#endif
+#endif
+#if defined(QMCSV_ADDRESS_SANITIZER)
+#include <sanitizer/asan_interface.h>
+#endif
+
 namespace qm {
+
+namespace {
+
+// Under AddressSanitizer a kept block may not be touched until it is lent
+// again, so that a use of memory the program gave back is caught as it would
+// be after free().
+void CloseKept([[maybe_unused]] void* block, [[maybe_unused]] size_t bytes) noexcept {
+#if defined(QMCSV_ADDRESS_SANITIZER)
+  __asan_poison_memory_region(block, bytes);
+#endif
+}
+
+void OpenKept([[maybe_unused]] void* block, [[maybe_unused]] size_t bytes) noexcept {
+#if defined(QMCSV_ADDRESS_SANITIZER)
+  __asan_unpoison_memory_region(block, bytes);
+#endif
+}
+
+}  // namespace
 
 void* LargeBlockCache::Take(size_t bytes) {
   {
@@ -17,6 +47,7 @@ void* LargeBlockCache::Take(size_t bytes) {
       if (block.bytes != bytes) lent_.push_back(block);  // may raise: nothing is changed yet
       kept_.erase(best);
       keptBytes_ -= block.bytes;
+      OpenKept(block.memory, block.bytes);
       return block.memory;
     }
   }
@@ -45,12 +76,14 @@ void LargeBlockCache::Give(void* block, size_t bytes) noexcept {
     return;
   }
   keptBytes_ += bytes;
+  CloseKept(block, bytes);
 }
 
 void LargeBlockCache::ReleaseOldest() noexcept {
   const Block oldest = kept_.front();
   kept_.erase(kept_.begin());
   keptBytes_ -= oldest.bytes;
+  OpenKept(oldest.memory, oldest.bytes);
   system_.release(oldest.memory, oldest.bytes);
 }
 
