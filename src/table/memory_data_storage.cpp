@@ -23,6 +23,18 @@ void ForEachFetched(std::vector<Record>& records, F&& f) {
 
 }  // namespace
 
+template <typename Make>
+void TMemoryStrDataStorage::RebuildRecords(Make&& make) {
+  RecordArena rebuilt;
+  try {
+    ForEachFetched(records_, [&](Record& record, size_t row) { record = make(rebuilt, record, row); });
+  } catch (...) {
+    arena_.Absorb(std::move(rebuilt));
+    throw;
+  }
+  arena_ = std::move(rebuilt);
+}
+
 void TMemoryStrDataStorage::CheckRow(int32_t row) const {
   if (row < 0 || row >= RecordCount()) RaiseListIndexError(row);
 }
@@ -93,20 +105,16 @@ void TMemoryStrDataStorage::InsertColumn(int32_t position, ColumnFill fill, std:
                                          std::u16string_view value) {
   if (position > FieldCount()) position = -1;
   fields_.Insert(position < 0 ? FieldCount() : position, name);
-  ForEachFetched(records_, [&](Record& record, size_t i) {
-    std::u16string number;
-    std::u16string_view text;
+  std::u16string number;
+  RebuildRecords([&](RecordArena& arena, const Record& record, size_t row) {
+    CellText text;
     if (fill == ColumnFill::RowNumber) {
-      number = IntToStr(static_cast<int64_t>(i) + 1);
+      number = IntToStr(static_cast<int64_t>(row) + 1);
       text = number;
     } else if (fill == ColumnFill::Value) {
       text = value;
     }
-    if (position < 0) {
-      record.Append(text);
-    } else {
-      record.Insert(position, text);
-    }
+    return record.InsertedInto(arena, position < 0 ? record.Count() : position, text);
   });
 }
 
@@ -116,13 +124,13 @@ void TMemoryStrDataStorage::MoveColumn(int32_t from, int32_t to) {
   if (from < 0 || from >= count) RaiseListIndexError(from);
   if (to < 0 || to >= count) RaiseListIndexError(to);
   fields_.Move(from, to);
-  ForEachFetched(records_, [&](Record& record, size_t) { record.Move(from, to); });
+  RebuildRecords([&](RecordArena& arena, const Record& record, size_t) { return record.MovedInto(arena, from, to); });
 }
 
 void TMemoryStrDataStorage::RemoveColumn(int32_t column) {
   if (column < 0 || column >= FieldCount()) RaiseListIndexError(column);
   fields_.Remove(column);
-  ForEachFetched(records_, [&](Record& record, size_t) { record.Delete(column); });
+  RebuildRecords([&](RecordArena& arena, const Record& record, size_t) { return record.DeletedInto(arena, column); });
 }
 
 void TMemoryStrDataStorage::SetFieldCount(int32_t count) {

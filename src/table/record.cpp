@@ -1,6 +1,7 @@
 #include "table/record.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <new>
@@ -101,25 +102,44 @@ Record Record::InArena(RecordArena& arena, CellText text, std::span<const uint32
   return record;
 }
 
-Record::Record(std::span<const CellText> cells) {
-  if (cells.empty()) return;
+Record::Shape Record::ShapeOfCells(std::span<const CellText> cells) noexcept {
   size_t total = 0;
   bool narrow = true;
   for (const CellText c : cells) {
     total += c.size();
     narrow = narrow && FitsNarrow(c);
   }
-  const Shape shape(static_cast<uint32_t>(cells.size()), static_cast<uint32_t>(total), narrow);
-  Block* block = Allocate(shape);
-  Adopt(block, shape, false);
+  return Shape(static_cast<uint32_t>(cells.size()), static_cast<uint32_t>(total), narrow);
+}
+
+void Record::FillCells(Block* block, const Shape& shape, std::span<const CellText> cells) noexcept {
+  block->head = shape.Head();
   char* text = shape.Text(block);
-  const size_t unit = narrow ? 1 : sizeof(char16_t);
+  const size_t unit = shape.narrow ? 1 : sizeof(char16_t);
   uint32_t end = 0;
   for (size_t k = 0; k < cells.size(); ++k) {
-    CopyText(cells[k], text + size_t{end} * unit, narrow, false);
+    CopyText(cells[k], text + size_t{end} * unit, shape.narrow, false);
     end += static_cast<uint32_t>(cells[k].size());
     shape.SetEnd(block, k, end);
   }
+}
+
+Record::Record(std::span<const CellText> cells) {
+  if (cells.empty()) return;
+  const Shape shape = ShapeOfCells(cells);
+  Block* block = Allocate(shape);
+  FillCells(block, shape, cells);
+  Adopt(block, shape, false);
+}
+
+Record Record::InArena(RecordArena& arena, std::span<const CellText> cells) {
+  Record record;
+  if (cells.empty()) return record;
+  const Shape shape = ShapeOfCells(cells);
+  auto* block = static_cast<Block*>(arena.Allocate(shape.Bytes()));
+  FillCells(block, shape, cells);
+  record.Adopt(block, shape, true);
+  return record;
 }
 
 Record::Record(CellText text, std::span<const uint32_t> ends, bool dropSource) {
@@ -188,14 +208,65 @@ void Record::PadTo(int32_t count) {
   *this = Record(text, ends);
 }
 
+Record Record::InsertedInto(RecordArena& arena, int32_t index, CellText text) const {
+  if (index < 0 || index > Count()) RaiseListIndexError(index);
+  return Spliced(index, 0, text, true, &arena);
+}
+
+Record Record::DeletedInto(RecordArena& arena, int32_t index) const {
+  if (index < 0 || index >= Count()) RaiseListIndexError(index);
+  return Spliced(index, 1, {}, false, &arena);
+}
+
+Record Record::MovedInto(RecordArena& arena, int32_t from, int32_t to) const {
+  const Cells cells = AllCells();
+  const int32_t count = cells.Count();
+  if (from < 0 || from >= count) RaiseListIndexError(from);
+  if (to < 0 || to >= count) RaiseListIndexError(to);
+  // The text in its new order is four runs of the old one: the cells before
+  // both places, the moved cell and the cells between the places (which
+  // shift by one) in the order of the move, and the cells after both.
+  auto start = [&](int32_t k) { return k == 0 ? 0u : cells.End(k - 1); };
+  const int32_t low = std::min(from, to), high = std::max(from, to);
+  const CellText all = cells.All();
+  const CellText moved = cells[from];
+  const CellText between = from < to ? all.Sub(start(from + 1), cells.End(to) - start(from + 1))
+                                     : all.Sub(start(to), start(from) - start(to));
+  const Shape shape = ShapeOf(*this);
+  auto* block = static_cast<Block*>(arena.Allocate(shape.Bytes()));
+  block->head = shape.Head();
+  char* out = shape.Text(block);
+  const size_t unit = shape.narrow ? 1 : sizeof(char16_t);
+  size_t at = start(low);
+  CopyText(all.Sub(0, start(low)), out, shape.narrow, false);
+  for (const CellText run : from < to ? std::array{between, moved} : std::array{moved, between}) {
+    CopyText(run, out + at * unit, shape.narrow, false);
+    at += run.size();
+  }
+  CopyText(all.Sub(cells.End(high), all.size() - cells.End(high)), out + at * unit, shape.narrow, false);
+  // Each new cell's end, from the old cell now at its place.
+  uint32_t end = 0;
+  for (int32_t k = 0; k < count; ++k) {
+    int32_t old = k;
+    if (k >= low && k <= high) old = k == to ? from : (from < to ? k + 1 : k - 1);
+    end += cells.End(old) - start(old);
+    shape.SetEnd(block, static_cast<size_t>(k), end);
+  }
+  Record record;
+  record.Adopt(block, shape, true);
+  return record;
+}
+
 void Record::Splice(int32_t index, int32_t remove, CellText text, bool insert) {
+  *this = Spliced(index, remove, text, insert, nullptr);
+}
+
+Record Record::Spliced(int32_t index, int32_t remove, CellText text, bool insert, RecordArena* arena) const {
   const Cells cells = AllCells();
   const int32_t oldCount = cells.Count();
   const int32_t newCount = oldCount - remove + (insert ? 1 : 0);
-  if (newCount == 0) {
-    Release();
-    return;
-  }
+  Record spliced;
+  if (newCount == 0) return spliced;
   const uint32_t cutBegin = index == 0 ? 0 : cells.End(index - 1);
   const uint32_t cutEnd = remove ? cells.End(index + remove - 1) : cutBegin;
   const CellText all = cells.All();
@@ -205,7 +276,8 @@ void Record::Splice(int32_t index, int32_t remove, CellText text, bool insert) {
   const CellText after = all.Sub(cutEnd, oldLength - cutEnd);
   const bool narrow = (!insert || FitsNarrow(text)) && (IsNarrow() || (FitsNarrow(before) && FitsNarrow(after)));
   const Shape shape(static_cast<uint32_t>(newCount), oldLength - (cutEnd - cutBegin) + added, narrow);
-  Block* next = Allocate(shape);
+  Block* next = arena ? static_cast<Block*>(arena->Allocate(shape.Bytes())) : Allocate(shape);
+  next->head = shape.Head();
   // Text: the part before the cut, the new cell, the part after the cut.
   char* out = shape.Text(next);
   const size_t unit = narrow ? 1 : sizeof(char16_t);
@@ -218,8 +290,8 @@ void Record::Splice(int32_t index, int32_t remove, CellText text, bool insert) {
   for (; k < index; ++k) setEnd(k, cells.End(k));
   if (insert) setEnd(k++, cutBegin + added);
   for (int32_t j = index + remove; j < oldCount; ++j, ++k) setEnd(k, cells.End(j) - (cutEnd - cutBegin) + added);
-  Release();
-  Adopt(next, shape, false);
+  spliced.Adopt(next, shape, arena != nullptr);
+  return spliced;
 }
 
 }  // namespace qm

@@ -42,6 +42,8 @@ class Record {
   // arena, never on its own (a change to the record moves it to the heap).
   static Record InArena(RecordArena& arena, CellText text, std::span<const uint32_t> ends, bool dropSource = false,
                         Width width = Width::Unknown);
+  // A record of the given cells, copied into a block of `arena`.
+  static Record InArena(RecordArena& arena, std::span<const CellText> cells);
   // A copy always lives on the heap.
   Record(const Record& other);
   Record(Record&& other) noexcept : bits_(other.bits_) { other.bits_ = 0; }
@@ -143,6 +145,12 @@ class Record {
   void Delete(int32_t index);
   // Takes the cell out at `from` and inserts it at `to` of the shortened list.
   void Move(int32_t from, int32_t to);
+  // Insert, Delete and Move made in a new record whose block is taken from
+  // `arena`, with the same errors; this record stays as it is. For steps
+  // that change every record of a table alike.
+  Record InsertedInto(RecordArena& arena, int32_t index, CellText text) const;
+  Record DeletedInto(RecordArena& arena, int32_t index) const;
+  Record MovedInto(RecordArena& arena, int32_t from, int32_t to) const;
   // Appends empty cells until the record has `count` cells.
   void PadTo(int32_t count);
 
@@ -221,11 +229,17 @@ class Record {
   // `ends`, whose text must fit the shape.
   static void Fill(Block* block, const Shape& shape, CellText text, std::span<const uint32_t> ends,
                    bool dropSource) noexcept;
+  // How a block of these cells is laid out, and the block filled with them.
+  static Shape ShapeOfCells(std::span<const CellText> cells) noexcept;
+  static void FillCells(Block* block, const Shape& shape, std::span<const CellText> cells) noexcept;
   // Frees a heap block; an arena's block stays for the arena.
   void Release() noexcept;
   // Rebuilds the block with cell `index` replaced by `text` (`remove` cells
   // taken out there first, `insert` of them put in).
   void Splice(int32_t index, int32_t remove, CellText text, bool insert);
+  // The same change in a new record, its block from `arena` or, without
+  // one, from the heap; this record stays as it is.
+  Record Spliced(int32_t index, int32_t remove, CellText text, bool insert, RecordArena* arena) const;
 
   uintptr_t bits_ = 0;
 };

@@ -53,4 +53,34 @@ void RecordArena::Rewind() noexcept {
 
 void RecordArena::ReleaseUnused() noexcept { Free(chunks_, used_); }
 
+void RecordArena::Steal(RecordArena& other) noexcept {
+  chunks_ = std::move(other.chunks_);
+  own_ = std::move(other.own_);
+  used_ = other.used_;
+  next_ = other.next_;
+  end_ = other.end_;
+  other.chunks_.clear();
+  other.own_.clear();
+  other.used_ = 0;
+  other.next_ = other.end_ = nullptr;
+}
+
+RecordArena& RecordArena::operator=(RecordArena&& other) noexcept {
+  if (this != &other) {
+    Clear();
+    Steal(other);
+  }
+  return *this;
+}
+
+void RecordArena::Absorb(RecordArena&& other) {
+  own_.reserve(own_.size() + other.chunks_.size() + other.own_.size());  // so that nothing below can fail
+  own_.insert(own_.end(), other.chunks_.begin(), other.chunks_.end());
+  own_.insert(own_.end(), other.own_.begin(), other.own_.end());
+  other.chunks_.clear();
+  other.own_.clear();
+  other.used_ = 0;
+  other.next_ = other.end_ = nullptr;
+}
+
 }  // namespace qm
