@@ -25,14 +25,9 @@ void ForEachFetched(std::vector<Record>& records, F&& f) {
 
 template <typename Make>
 void TMemoryStrDataStorage::RebuildRecords(Make&& make) {
-  RecordArena rebuilt;
-  try {
-    ForEachFetched(records_, [&](Record& record, size_t row) { record = make(rebuilt, record, row); });
-  } catch (...) {
-    arena_.Absorb(std::move(rebuilt));
-    throw;
-  }
-  arena_ = std::move(rebuilt);
+  const RecordArena::Generation before = arena_.StartGeneration();
+  ForEachFetched(records_, [&](Record& record, size_t row) { record = make(arena_, record, row); });
+  arena_.ReleaseOlder(before);
 }
 
 void TMemoryStrDataStorage::CheckRow(int32_t row) const {

@@ -85,10 +85,10 @@ class TMemoryStrDataStorage {
  private:
   void CheckRow(int32_t row) const;
   // Replaces every record, in order, by make(arena, record, row): the new
-  // record, built in `arena`. That arena then replaces the table's own, whose memory
-  // goes back: the column steps change every record, and so the records stay
-  // together in memory and the old ones cost nothing after the step. Should
-  // make fail, the records made so far are kept, with their memory.
+  // record, built in a new generation of the table's arena. The memory of the
+  // old records then goes back: the column steps change every record, and so
+  // the records stay together in memory and the old ones cost nothing after
+  // the step. Should make fail, the records made so far are kept.
   template <typename Make>
   void RebuildRecords(Make&& make);
 

@@ -53,34 +53,12 @@ void RecordArena::Rewind() noexcept {
 
 void RecordArena::ReleaseUnused() noexcept { Free(chunks_, used_); }
 
-void RecordArena::Steal(RecordArena& other) noexcept {
-  chunks_ = std::move(other.chunks_);
-  own_ = std::move(other.own_);
-  used_ = other.used_;
-  next_ = other.next_;
-  end_ = other.end_;
-  other.chunks_.clear();
-  other.own_.clear();
-  other.used_ = 0;
-  other.next_ = other.end_ = nullptr;
-}
-
-RecordArena& RecordArena::operator=(RecordArena&& other) noexcept {
-  if (this != &other) {
-    Clear();
-    Steal(other);
-  }
-  return *this;
-}
-
-void RecordArena::Absorb(RecordArena&& other) {
-  own_.reserve(own_.size() + other.chunks_.size() + other.own_.size());  // so that nothing below can fail
-  own_.insert(own_.end(), other.chunks_.begin(), other.chunks_.end());
-  own_.insert(own_.end(), other.own_.begin(), other.own_.end());
-  other.chunks_.clear();
-  other.own_.clear();
-  other.used_ = 0;
-  other.next_ = other.end_ = nullptr;
+void RecordArena::ReleaseOlder(Generation generation) noexcept {
+  for (size_t k = 0; k < generation.chunks; ++k) FreeLargeBlock(chunks_[k].memory, chunks_[k].bytes);
+  for (size_t k = 0; k < generation.own; ++k) FreeLargeBlock(own_[k].memory, own_[k].bytes);
+  chunks_.erase(chunks_.begin(), chunks_.begin() + static_cast<ptrdiff_t>(generation.chunks));
+  own_.erase(own_.begin(), own_.begin() + static_cast<ptrdiff_t>(generation.own));
+  used_ -= generation.chunks;
 }
 
 }  // namespace qm

@@ -15,10 +15,6 @@ class RecordArena {
   RecordArena() = default;
   RecordArena(const RecordArena&) = delete;
   RecordArena& operator=(const RecordArena&) = delete;
-  // Takes over the other arena's memory, which it leaves empty; assigned,
-  // this arena's own memory is released first.
-  RecordArena(RecordArena&& other) noexcept { Steal(other); }
-  RecordArena& operator=(RecordArena&& other) noexcept;
   ~RecordArena() { Clear(); }
 
   // `bytes` of memory aligned for 32-bit values, valid until Clear() or Rewind().
@@ -36,9 +32,20 @@ class RecordArena {
   void Rewind() noexcept;
   // Releases the chunks that no allocation since the last Rewind() used.
   void ReleaseUnused() noexcept;
-  // Keeps the other arena's memory, released with this arena's from then on
-  // (and at the next Rewind()); the other arena is left empty.
-  void Absorb(RecordArena&& other);
+
+  // Where a generation of allocations begins: from here on they come from
+  // chunks of their own, so that ReleaseOlder() can give back everything
+  // allocated before, once nothing uses it any more. For steps that replace
+  // every record: should one fail half way, both generations simply stay.
+  struct Generation {
+    size_t chunks;
+    size_t own;
+  };
+  Generation StartGeneration() noexcept {
+    next_ = end_ = nullptr;
+    return {used_, own_.size()};
+  }
+  void ReleaseOlder(Generation generation) noexcept;
 
  private:
   struct Chunk {
@@ -50,7 +57,6 @@ class RecordArena {
   // Allocate() when the current chunk has no room left.
   void* AllocateAnew(size_t bytes);
   static void Free(std::vector<Chunk>& chunks, size_t from) noexcept;
-  void Steal(RecordArena& other) noexcept;
 
   std::vector<Chunk> chunks_;  // in the order they are filled
   size_t used_ = 0;            // chunks filled (or being filled) since the last rewind
