@@ -39,6 +39,14 @@ void TMemoryStrDataStorage::AddRecord(Record record) {
   records_.push_back(std::move(record));
 }
 
+void TMemoryStrDataStorage::TakeRecords(TMemoryStrDataStorage& other) {
+  for (Record& record : other.records_) record.PadTo(FieldCount());
+  records_.reserve(records_.size() + other.records_.size());
+  arena_.TakeOver(other.arena_);
+  for (Record& record : other.records_) records_.push_back(std::move(record));
+  other.records_.clear();
+}
+
 void TMemoryStrDataStorage::ClearData() noexcept {
   records_.clear();
   records_.shrink_to_fit();

@@ -30,6 +30,10 @@ class TMemoryStrDataStorage {
   // Pads the record with empty cells to FieldCount (a longer one keeps all
   // its cells) and appends it.
   void AddRecord(Record record);
+  // Appends the other storage's records, each padded as AddRecord pads,
+  // moved with their memory: the other storage keeps its field names and
+  // no record. When memory runs out, no record has moved.
+  void TakeRecords(TMemoryStrDataStorage& other);
   // Appends a record without padding; the loader pads while it splits.
   void AppendRecord(Record&& record) { records_.push_back(std::move(record)); }
   // Memory for loaded records, released by ClearData.

@@ -53,6 +53,16 @@ void RecordArena::Rewind() noexcept {
 
 void RecordArena::ReleaseUnused() noexcept { Free(chunks_, used_); }
 
+void RecordArena::TakeOver(RecordArena& other) {
+  own_.reserve(own_.size() + other.chunks_.size() + other.own_.size());
+  own_.insert(own_.end(), other.chunks_.begin(), other.chunks_.end());
+  own_.insert(own_.end(), other.own_.begin(), other.own_.end());
+  other.chunks_.clear();
+  other.own_.clear();
+  other.used_ = 0;
+  other.next_ = other.end_ = nullptr;
+}
+
 void RecordArena::ReleaseOlder(Generation generation) noexcept {
   for (size_t k = 0; k < generation.chunks; ++k) FreeLargeBlock(chunks_[k].memory, chunks_[k].bytes);
   for (size_t k = 0; k < generation.own; ++k) FreeLargeBlock(own_[k].memory, own_[k].bytes);

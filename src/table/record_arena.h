@@ -47,6 +47,12 @@ class RecordArena {
   }
   void ReleaseOlder(Generation generation) noexcept;
 
+  // Keeps the other arena's memory, released with this arena's from then on
+  // (or at its next Rewind()), and leaves the other one empty: for records
+  // that move from one table to another. Raises std::bad_alloc, with nothing
+  // changed, when its lists cannot grow.
+  void TakeOver(RecordArena& other);
+
  private:
   struct Chunk {
     char* memory;

@@ -92,6 +92,10 @@ bool TSimpleCSVDataClass::AddRow(const Record& record) {
   return Guard([&] { storage_.AddRecord(Record(record)); });
 }
 
+bool TSimpleCSVDataClass::TakeRows(TSimpleCSVDataClass& other) {
+  return Guard([&] { storage_.TakeRecords(other.storage_); });
+}
+
 bool TSimpleCSVDataClass::RemoveRow(int32_t row) {
   return Guard([&] { storage_.DeleteRecord(row); });
 }

@@ -79,6 +79,9 @@ class TSimpleCSVDataClass {
   Record* GetRow(int32_t row);
   // Appends a copy, padded to FieldCount.
   bool AddRow(const Record& record);
+  // Appends every row of the other table, padded to FieldCount, moved
+  // rather than copied: the other table is left without rows.
+  bool TakeRows(TSimpleCSVDataClass& other);
   bool RemoveRow(int32_t row);
   bool ReadCell(int32_t row, int32_t column, std::u16string& text);
   bool WriteCell(int32_t row, int32_t column, std::u16string_view text);

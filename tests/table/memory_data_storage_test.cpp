@@ -130,6 +130,37 @@ TEST(MemoryDataStorage, ColumnStepsRebuildLoadedRecords) {
   }
 }
 
+// Merged rows move from the added table with their memory, which must then
+// live as long as the table they joined.
+TEST(MemoryDataStorage, TakenRecordsKeepTheirMemory) {
+  TMemoryStrDataStorage storage;
+  Fill(storage, {u"a", u"b", u"c"}, {{u"1", u"2", u"3"}});
+  {
+    TMemoryStrDataStorage added;
+    added.MakeUpFieldNames(3);
+    for (int row = 0; row < 2000; ++row) {
+      const std::u16string text = u"row" + std::u16string(static_cast<size_t>(row % 40), u'y') + u"z";
+      const auto first = static_cast<uint32_t>(text.size() - 1);
+      // Every other row is short: it gets its third cell when it moves.
+      const uint32_t ends[] = {first, first + 1, first + 1};
+      added.AppendRecord(Record::InArena(added.Arena(), text, std::span(ends, row % 2 ? 2 : 3)));
+    }
+    added.AppendRecord(MakeRecord({u"heap", u"x", u"y", u"long"}));
+    storage.TakeRecords(added);
+    EXPECT_EQ(added.RecordCount(), 0);
+    EXPECT_EQ(added.FieldCount(), 3);
+  }
+  RecordArena other;  // handed the memory given back, if any
+  for (int k = 0; k < 1000; ++k) std::memset(other.Allocate(1024), 'z', 1024);
+  ASSERT_EQ(storage.RecordCount(), 2002);
+  EXPECT_EQ(CellsOf(storage.GetDataRecord(0)), (Cells{u"1", u"2", u"3"}));
+  for (const int row : {0, 1, 39, 1999}) {
+    const Cells want{u"row" + std::u16string(static_cast<size_t>(row % 40), u'y'), u"z", u""};
+    EXPECT_EQ(CellsOf(storage.GetDataRecord(row + 1)), want) << row;
+  }
+  EXPECT_EQ(CellsOf(storage.GetDataRecord(2001)), (Cells{u"heap", u"x", u"y", u"long"}));
+}
+
 // Made-up names ("field0", ...) are worked out when asked for; every column
 // operation leaves the names a list of stored names would have.
 TEST(MemoryDataStorage, MadeUpFieldNamesFollowTheColumnOperations) {
