@@ -1,5 +1,7 @@
 #include "table/memory_data_storage.h"
 
+#include <algorithm>
+
 #include "core/convert.h"
 #include "core/errors.h"
 #include "table/raw_buffer.h"
@@ -139,20 +141,16 @@ void TMemoryStrDataStorage::RemoveColumn(int32_t column) {
 void TMemoryStrDataStorage::SetFieldCount(int32_t count) {
   const int32_t have = FieldCount();
   if (count < 0 || count == have) return;
-  if (count > have) {
-    fields_.Resize(count);
-    ForEachFetched(records_, [&](Record& record, size_t) { record.PadTo(record.Count() + (count - have)); });
-    return;
-  }
   fields_.Resize(count);
   std::vector<CellText> kept;
-  ForEachFetched(records_, [&](Record& record, size_t) {
+  RebuildRecords([&](RecordArena& arena, const Record& record, size_t) {
     const Record::Cells cells = record.AllCells();
     kept.clear();
     for (int32_t k = 0; k < cells.Count(); ++k) {
       if (k < count || k >= have) kept.push_back(cells[k]);
     }
-    record = Record(kept);
+    kept.resize(kept.size() + static_cast<size_t>(std::max(count - have, 0)));
+    return Record::InArena(arena, kept);
   });
 }
 
