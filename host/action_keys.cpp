@@ -10,33 +10,39 @@
 
 namespace qmhost {
 
+// The built-ins' keys, declared as the plug-in declares its own.
+namespace builtin {
+const StepKey kPrintText =
+    QMCSV_STEP_KEY("text", None, Text, "", Any, 0, qm::keys::kPlain, "the line to print; {variables} are expanded");
+const StepKey kSetVariableName =
+    QMCSV_STEP_KEY("name", None, Text, "", Any, 0, qm::keys::kPlain, "the variable's name; {variables} are expanded");
+const StepKey kSetVariableValue =
+    QMCSV_STEP_KEY("value", None, Text, "", Any, 0, qm::keys::kPlain, "its value; {variables} are expanded");
+const StepKey kAddNumberName =
+    QMCSV_STEP_KEY("name", None, Text, "", Any, 0, qm::keys::kPlain, "the variable to add to (absent: 0)");
+const StepKey kAddNumberValue = QMCSV_STEP_KEY("value", None, Text, "", Any, 0, qm::keys::kPlain,
+                                               "the number to add, with \".\" or \",\" before the fraction");
+const StepKey kShowFileName =
+    QMCSV_STEP_KEY("name", None, Text, "", Any, 0, qm::keys::kPlain, "the file whose bytes are printed");
+const StepKey kShowTableRows = QMCSV_STEP_KEY("rows", None, Integer, "20", Count, 0, qm::keys::kExpanded,
+                                              "the number of records to show; {variables} are expanded");
+}  // namespace builtin
+
 namespace {
 
 using qm::keys::kExpanded;
 using qm::keys::kPlain;
 
-// The built-ins' keys, declared as the plug-in declares its own.
-const StepKey kPrint[] = {
-    QMCSV_STEP_KEY("text", None, Text, "", Any, 0, kPlain, "the line to print; {variables} are expanded")};
-const StepKey kSetVariable[] = {
-    QMCSV_STEP_KEY("name", None, Text, "", Any, 0, kPlain, "the variable's name; {variables} are expanded"),
-    QMCSV_STEP_KEY("value", None, Text, "", Any, 0, kPlain, "its value; {variables} are expanded"),
-};
-const StepKey kAddNumber[] = {
-    QMCSV_STEP_KEY("name", None, Text, "", Any, 0, kPlain, "the variable to add to (absent: 0)"),
-    QMCSV_STEP_KEY("value", None, Text, "", Any, 0, kPlain,
-                   "the number to add, with \".\" or \",\" before the fraction"),
-};
-const StepKey kShowFile[] = {
-    QMCSV_STEP_KEY("name", None, Text, "", Any, 0, kPlain, "the file whose bytes are printed")};
-const StepKey kShowTable[] = {QMCSV_STEP_KEY("rows", None, Integer, "20", Count, 0, kExpanded,
-                                             "the number of records to show; {variables} are expanded")};
+// Each built-in's keys, in the order `keys` lists them.
+const StepKey* const kPrint[] = {&builtin::kPrintText};
+const StepKey* const kSetVariable[] = {&builtin::kSetVariableName, &builtin::kSetVariableValue};
+const StepKey* const kAddNumber[] = {&builtin::kAddNumberName, &builtin::kAddNumberValue};
+const StepKey* const kShowFile[] = {&builtin::kShowFileName};
+const StepKey* const kShowTable[] = {&builtin::kShowTableRows};
 
 template <size_t N>
-std::vector<const StepKey*> Keys(const StepKey (&keys)[N]) {
-  std::vector<const StepKey*> list;
-  for (const StepKey& key : keys) list.push_back(&key);
-  return list;
+std::vector<const StepKey*> Keys(const StepKey* const (&keys)[N]) {
+  return std::vector<const StepKey*>(std::begin(keys), std::end(keys));
 }
 
 // A plug-in action's keys: its groups, one after the other.

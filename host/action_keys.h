@@ -18,6 +18,18 @@ using qm::keys::KeyIndex;
 using qm::keys::StepKey;
 using qm::keys::Values;
 
+// The keys of qmhost's own steps, declared once: the runner reads them
+// through these, and `keys` and the task check list them.
+namespace builtin {
+extern const StepKey kPrintText;
+extern const StepKey kSetVariableName;
+extern const StepKey kSetVariableValue;
+extern const StepKey kAddNumberName;
+extern const StepKey kAddNumberValue;
+extern const StepKey kShowFileName;
+extern const StepKey kShowTableRows;
+}  // namespace builtin
+
 struct ActionKeys {
   std::string id;
   std::string summary;

@@ -163,15 +163,15 @@ bool TaskRunner::RunBuiltin(int32_t i, std::string& failure) {
     nextStep_ = loop;
   } else if (step.action == "print") {
     // The task's own output: --quiet keeps it, as the text itself, for a pipe.
-    const std::u16string text = host.Expand(step.Value(u"text"));
+    const std::u16string text = host.Expand(step.Value(builtin::kPrintText.name));
     Print(host.options.quiet ? qm::Utf16ToUtf8(text) : "  " + Quote(text));
   } else if (step.action == "add-number") {
-    const std::u16string name = host.Expand(step.Value(u"name"));
+    const std::u16string name = host.Expand(step.Value(builtin::kAddNumberName.name));
     const auto current = host.variables.find(name);
     std::string sum;
     if (!AddDecimal(current == host.variables.end() ? "0" : qm::Utf16ToUtf8(current->second),
-                    qm::Utf16ToUtf8(host.Expand(step.Value(u"value"))), sum)) {
-      failure = "add-number: not a number: " + qm::Utf16ToUtf8(host.Expand(step.Value(u"value")));
+                    qm::Utf16ToUtf8(host.Expand(step.Value(builtin::kAddNumberValue.name))), sum)) {
+      failure = "add-number: not a number: " + qm::Utf16ToUtf8(host.Expand(step.Value(builtin::kAddNumberValue.name)));
       return false;
     }
     host.variables[name] = qm::Utf8ToUtf16(sum);
@@ -179,8 +179,8 @@ bool TaskRunner::RunBuiltin(int32_t i, std::string& failure) {
   } else if (step.action == "show-table") {
     return ShowTable(i, failure);
   } else if (step.action == "set-variable") {
-    const std::u16string name = host.Expand(step.Value(u"name"));
-    const std::u16string value = host.Expand(step.Value(u"value"));
+    const std::u16string name = host.Expand(step.Value(builtin::kSetVariableName.name));
+    const std::u16string value = host.Expand(step.Value(builtin::kSetVariableValue.name));
     if (name.empty()) {
       failure = "set-variable: no variable name (name=)";
       return false;
@@ -188,7 +188,7 @@ bool TaskRunner::RunBuiltin(int32_t i, std::string& failure) {
     host.variables[name] = value;
     host.Event("  set " + Quote(name) + " = " + QuoteValue(value));
   } else if (step.action == "show-file") {
-    const std::string path = qm::Utf16ToUtf8(host.Expand(step.Value(u"name")));
+    const std::string path = qm::Utf16ToUtf8(host.Expand(step.Value(builtin::kShowFileName.name)));
     std::string content;
     std::string reason;
     if (!ReadFileBytes(path, content, reason)) {
@@ -226,7 +226,7 @@ bool TaskRunner::RunMuted(const char* actionId, std::u16string block, int32_t st
 
 bool TaskRunner::ShowTable(int32_t i, std::string& failure) {
   Host& host = Host::Instance();
-  const std::u16string rows = steps_[static_cast<size_t>(i)].Value(u"rows");
+  const std::u16string rows = steps_[static_cast<size_t>(i)].Value(builtin::kShowTableRows.name);
   size_t limit = 20;
   if (!rows.empty()) {
     const std::string text = qm::Utf16ToUtf8(host.Expand(rows));
