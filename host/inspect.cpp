@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/action_catalogue.h"
 #include "core/step_keys.h"
 #include "core/utf.h"
 #include "file_bytes.h"
@@ -426,7 +427,7 @@ int Inspect(const std::string& path) {
 
   Print("");
   if (encoding.bigEndian) Print("## for the file saved as UTF-16 LE (iconv -f UTF-16BE -t UTF-16LE)");
-  Print("[A_CSV_OPEN]");
+  Print("[" + std::string(qm::kCatalogue[qm::CatalogueIndex(qm::Action::OpenData)].id8) + "]");
   Print(Assign(keys::kSource, "1"));
   Print(Assign(keys::kFileName, path));
   Print(Assign(keys::kEncoding, std::to_string(encoding.index)));

@@ -200,11 +200,12 @@ bool TaskRunner::RunBuiltin(int32_t i, std::string& failure) {
   return true;
 }
 
-bool TaskRunner::RunMuted(const char* actionId, std::u16string block, int32_t step, std::string& error) {
+bool TaskRunner::RunMuted(qm::Action action, std::u16string block, int32_t step, std::string& error) {
   Host& host = Host::Instance();
+  const std::string actionId(qm::kCatalogue[qm::CatalogueIndex(action)].id8);
   const int32_t index = ActionIndex(actionId);
   if (index < 0) {
-    error = std::string("the plug-in has no ") + actionId;
+    error = "the plug-in has no " + actionId;
     return false;
   }
   TAFActionParams params = ParamsFor(block, step);
@@ -252,7 +253,7 @@ bool TaskRunner::ShowTable(int32_t i, std::string& failure) {
   };
   const std::u16string table = kTableVariable;
   std::string error;
-  if (!RunMuted("A_CSV_INFO",
+  if (!RunMuted(qm::Action::DataInformation,
                 keyLine(keys::kSource.name, u"0") + keyLine(keys::kRecordCountVar.name, table + u"rows") +
                     keyLine(keys::kColCountVar.name, table + u"columns"),
                 i, error)) {
@@ -273,7 +274,7 @@ bool TaskRunner::ShowTable(int32_t i, std::string& failure) {
              keyLine(keys::IndexedName(keys::kCol, n), number(cell % columns + 1)) +
              keyLine(keys::IndexedName(keys::kVal, n), table + number(cell));
   }
-  const bool read = RunMuted("A_CSV_READCELLS", block, i, error);
+  const bool read = RunMuted(qm::Action::ReadCells, block, i, error);
   std::vector<std::vector<std::u16string>> cells(shown, std::vector<std::u16string>(columns));
   for (size_t cell = 0; cell < shown * columns; ++cell) {
     cells[cell / columns][cell % columns] = take(table + number(cell));

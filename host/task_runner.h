@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "abi/host_abi.h"
+#include "core/action_catalogue.h"
 #include "task_file.h"
 #include "task_interface.h"
 
@@ -43,7 +44,7 @@ class TaskRunner : public TaskSteps {
   bool RunBuiltin(int32_t step, std::string& failure);
   // Runs a plug-in action for the host's own use, with nothing it reports
   // in the transcript; false with the plug-in's error text in `error`.
-  bool RunMuted(const char* actionId, std::u16string block, int32_t step, std::string& error);
+  bool RunMuted(qm::Action action, std::u16string block, int32_t step, std::string& error);
   // Prints the first records of the task's table, read without changing it.
   bool ShowTable(int32_t step, std::string& failure);
   void JobStop();
