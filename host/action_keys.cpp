@@ -10,28 +10,28 @@
 
 namespace qmhost {
 
+using qm::keys::kExpanded;
+using qm::keys::kPlain;
+
 // The built-ins' keys, declared as the plug-in declares its own.
 namespace builtin {
 const StepKey kPrintText =
-    QMCSV_STEP_KEY("text", None, Text, "", Any, 0, qm::keys::kPlain, "the line to print; {variables} are expanded");
+    QMCSV_STEP_KEY("text", None, Text, "", Any, 0, kPlain, "the line to print; {variables} are expanded");
 const StepKey kSetVariableName =
-    QMCSV_STEP_KEY("name", None, Text, "", Any, 0, qm::keys::kPlain, "the variable's name; {variables} are expanded");
+    QMCSV_STEP_KEY("name", None, Text, "", Any, 0, kPlain, "the variable's name; {variables} are expanded");
 const StepKey kSetVariableValue =
-    QMCSV_STEP_KEY("value", None, Text, "", Any, 0, qm::keys::kPlain, "its value; {variables} are expanded");
+    QMCSV_STEP_KEY("value", None, Text, "", Any, 0, kPlain, "its value; {variables} are expanded");
 const StepKey kAddNumberName =
-    QMCSV_STEP_KEY("name", None, Text, "", Any, 0, qm::keys::kPlain, "the variable to add to (absent: 0)");
-const StepKey kAddNumberValue = QMCSV_STEP_KEY("value", None, Text, "", Any, 0, qm::keys::kPlain,
+    QMCSV_STEP_KEY("name", None, Text, "", Any, 0, kPlain, "the variable to add to (absent: 0)");
+const StepKey kAddNumberValue = QMCSV_STEP_KEY("value", None, Text, "", Any, 0, kPlain,
                                                "the number to add, with \".\" or \",\" before the fraction");
 const StepKey kShowFileName =
-    QMCSV_STEP_KEY("name", None, Text, "", Any, 0, qm::keys::kPlain, "the file whose bytes are printed");
-const StepKey kShowTableRows = QMCSV_STEP_KEY("rows", None, Integer, "20", Count, 0, qm::keys::kExpanded,
+    QMCSV_STEP_KEY("name", None, Text, "", Any, 0, kPlain, "the file whose bytes are printed");
+const StepKey kShowTableRows = QMCSV_STEP_KEY("rows", None, Integer, "20", Count, 0, kExpanded,
                                               "the number of records to show; {variables} are expanded");
 }  // namespace builtin
 
 namespace {
-
-using qm::keys::kExpanded;
-using qm::keys::kPlain;
 
 // Each built-in's keys, in the order `keys` lists them.
 const StepKey* const kPrint[] = {&builtin::kPrintText};

@@ -9,6 +9,7 @@
 #include "loop/stored_conditions.h"
 #include "boundary/plugin_params.h"
 #include "core/step_keys.h"
+#include "table/fetched_records.h"
 #include "table/simple_csv_object.h"
 
 namespace qm {
@@ -42,9 +43,8 @@ void FilterRows(TSimpleCSVDataClass& table, TRecordFilterList& filters, bool rev
   std::vector<bool> keep(static_cast<size_t>(count));
   int32_t row = count;
   try {
-    // After a sort the records lie in no order in memory: each is fetched
-    // a few rows ahead.
-    constexpr int32_t kAhead = 16;
+    // Walked from the last row up, each fetched ahead as ForEachFetched does.
+    constexpr auto kAhead = static_cast<int32_t>(kFetchAhead);
     while (row-- > 0) {
       if (row >= kAhead) storage.GetDataRecord(row - kAhead).Prefetch();
       keep[static_cast<size_t>(row)] = filters.CheckFilters(storage.GetDataRecord(row), row) != reverse;

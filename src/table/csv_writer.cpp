@@ -3,6 +3,7 @@
 #include "core/errors.h"
 #include "core/messages.h"
 #include "platform/file_system.h"
+#include "table/fetched_records.h"
 #include "table/line_joiner.h"
 #include "table/raw_buffer.h"
 
@@ -14,9 +15,6 @@ namespace {
 // bytes rendered straight in a file's encoding.
 constexpr size_t kWriteChunk = size_t{1} << 18;
 constexpr size_t kWriteChunkBytes = size_t{1} << 19;
-
-// Records fetched ahead of the one being written.
-constexpr size_t kFetchAhead = 16;
 
 // Encodes rendered UTF-16 text and writes it, byte-order mark first.
 class EncodedFileSink {
@@ -44,14 +42,7 @@ void ForEachLine(const TMemoryStrDataStorage& storage, const CsvWriteRules& rule
   if (rules.headerLine) {
     add(storage.FieldNameRecord());
   }
-  // After a sort the records' blocks lie in random order in memory: each is
-  // fetched ahead, so the processor waits for memory far less.
-  const std::vector<Record>& records = storage.Records();
-  const size_t count = records.size();
-  for (size_t i = 0; i < count; ++i) {
-    if (i + kFetchAhead < count) records[i + kFetchAhead].Prefetch();
-    add(records[i]);
-  }
+  ForEachFetched(storage.Records(), [&](const Record& record, size_t) { add(record); });
 }
 
 template <typename Sink>

@@ -4,26 +4,11 @@
 
 #include "core/convert.h"
 #include "core/errors.h"
+#include "table/fetched_records.h"
 #include "table/raw_buffer.h"
 #include "table/sort_keys.h"
 
 namespace qm {
-
-namespace {
-
-// Calls f(record, row) for every record in order, each fetched a few rows
-// ahead: after a sort the records lie in no order in memory.
-template <typename F>
-void ForEachFetched(std::vector<Record>& records, F&& f) {
-  constexpr size_t kAhead = 16;
-  const size_t count = records.size();
-  for (size_t i = 0; i < count; ++i) {
-    if (i + kAhead < count) records[i + kAhead].Prefetch();
-    f(records[i], i);
-  }
-}
-
-}  // namespace
 
 template <typename Make>
 void TMemoryStrDataStorage::RebuildRecords(Make&& make) {

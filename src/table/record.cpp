@@ -14,8 +14,8 @@
 
 namespace qm {
 
-Record::Block* Record::Allocate(const Shape& shape) {
-  auto* block = static_cast<Block*>(std::malloc(shape.Bytes()));
+Record::Block* Record::Allocate(const Shape& shape, RecordArena* arena) {
+  auto* block = static_cast<Block*>(arena ? arena->Allocate(shape.Bytes()) : std::malloc(shape.Bytes()));
   if (!block) throw std::bad_alloc();
   block->head = shape.Head();
   return block;
@@ -75,7 +75,6 @@ bool FitsNarrow(CellText text) noexcept { return text.IsNarrow() || FitsLatin1(t
 
 void Record::Fill(Block* block, const Shape& shape, CellText text, std::span<const uint32_t> ends,
                   bool dropSource) noexcept {
-  block->head = shape.Head();
   if (shape.endBytes == 1) {
     auto* out = reinterpret_cast<uint8_t*>(block->ends);
     for (size_t k = 0; k < ends.size(); ++k) out[k] = static_cast<uint8_t>(ends[k]);
@@ -96,7 +95,7 @@ Record Record::InArena(RecordArena& arena, CellText text, std::span<const uint32
   if (ends.empty()) return record;
   const bool narrow = width == Width::Unknown ? FitsNarrow(text) : width == Width::OneByte;
   const Shape shape(static_cast<uint32_t>(ends.size()), static_cast<uint32_t>(text.size()), narrow);
-  auto* block = static_cast<Block*>(arena.Allocate(shape.Bytes()));
+  Block* block = Allocate(shape, &arena);
   Fill(block, shape, text, ends, dropSource);
   record.Adopt(block, shape, true);
   return record;
@@ -113,7 +112,6 @@ Record::Shape Record::ShapeOfCells(std::span<const CellText> cells) noexcept {
 }
 
 void Record::FillCells(Block* block, const Shape& shape, std::span<const CellText> cells) noexcept {
-  block->head = shape.Head();
   char* text = shape.Text(block);
   const size_t unit = shape.narrow ? 1 : sizeof(char16_t);
   uint32_t end = 0;
@@ -136,7 +134,7 @@ Record Record::InArena(RecordArena& arena, std::span<const CellText> cells) {
   Record record;
   if (cells.empty()) return record;
   const Shape shape = ShapeOfCells(cells);
-  auto* block = static_cast<Block*>(arena.Allocate(shape.Bytes()));
+  Block* block = Allocate(shape, &arena);
   FillCells(block, shape, cells);
   record.Adopt(block, shape, true);
   return record;
@@ -191,11 +189,7 @@ void Record::Delete(int32_t index) {
 
 void Record::Move(int32_t from, int32_t to) {
   if (from == to) return;
-  if (from < 0 || from >= Count()) RaiseListIndexError(from);
-  if (to < 0 || to >= Count()) RaiseListIndexError(to);
-  const std::u16string cell = Cell(from).ToString();
-  Splice(from, 1, {}, false);
-  Splice(to, 0, cell, true);
+  *this = Moved(from, to, nullptr);
 }
 
 void Record::PadTo(int32_t count) {
@@ -218,7 +212,9 @@ Record Record::DeletedInto(RecordArena& arena, int32_t index) const {
   return Spliced(index, 1, {}, false, &arena);
 }
 
-Record Record::MovedInto(RecordArena& arena, int32_t from, int32_t to) const {
+Record Record::MovedInto(RecordArena& arena, int32_t from, int32_t to) const { return Moved(from, to, &arena); }
+
+Record Record::Moved(int32_t from, int32_t to, RecordArena* arena) const {
   const Cells cells = AllCells();
   const int32_t count = cells.Count();
   if (from < 0 || from >= count) RaiseListIndexError(from);
@@ -233,8 +229,7 @@ Record Record::MovedInto(RecordArena& arena, int32_t from, int32_t to) const {
   const CellText between = from < to ? all.Sub(start(from + 1), cells.End(to) - start(from + 1))
                                      : all.Sub(start(to), start(from) - start(to));
   const Shape shape = ShapeOf(*this);
-  auto* block = static_cast<Block*>(arena.Allocate(shape.Bytes()));
-  block->head = shape.Head();
+  Block* block = Allocate(shape, arena);
   char* out = shape.Text(block);
   const size_t unit = shape.narrow ? 1 : sizeof(char16_t);
   size_t at = start(low);
@@ -253,7 +248,7 @@ Record Record::MovedInto(RecordArena& arena, int32_t from, int32_t to) const {
     shape.SetEnd(block, static_cast<size_t>(k), end);
   }
   Record record;
-  record.Adopt(block, shape, true);
+  record.Adopt(block, shape, arena != nullptr);
   return record;
 }
 
@@ -276,8 +271,7 @@ Record Record::Spliced(int32_t index, int32_t remove, CellText text, bool insert
   const CellText after = all.Sub(cutEnd, oldLength - cutEnd);
   const bool narrow = (!insert || FitsNarrow(text)) && (IsNarrow() || (FitsNarrow(before) && FitsNarrow(after)));
   const Shape shape(static_cast<uint32_t>(newCount), oldLength - (cutEnd - cutBegin) + added, narrow);
-  Block* next = arena ? static_cast<Block*>(arena->Allocate(shape.Bytes())) : Allocate(shape);
-  next->head = shape.Head();
+  Block* next = Allocate(shape, arena);
   // Text: the part before the cut, the new cell, the part after the cut.
   char* out = shape.Text(next);
   const size_t unit = narrow ? 1 : sizeof(char16_t);

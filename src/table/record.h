@@ -224,9 +224,10 @@ class Record {
   void Adopt(Block* block, const Shape& shape, bool inArena) noexcept {
     bits_ = reinterpret_cast<uintptr_t>(block) | (inArena ? kInArena : 0) | (shape.narrow ? kNarrow : 0);
   }
-  static Block* Allocate(const Shape& shape);
-  // Sets a new block's head and fills its ends and text from `text` and
-  // `ends`, whose text must fit the shape.
+  // A block of the shape, its head set: from `arena`, or from the heap.
+  static Block* Allocate(const Shape& shape, RecordArena* arena = nullptr);
+  // Fills a new block's ends and text from `text` and `ends`, whose text
+  // must fit the shape.
   static void Fill(Block* block, const Shape& shape, CellText text, std::span<const uint32_t> ends,
                    bool dropSource) noexcept;
   // How a block of these cells is laid out, and the block filled with them.
@@ -240,6 +241,8 @@ class Record {
   // The same change in a new record, its block from `arena` or, without
   // one, from the heap; this record stays as it is.
   Record Spliced(int32_t index, int32_t remove, CellText text, bool insert, RecordArena* arena) const;
+  // Move made the same way.
+  Record Moved(int32_t from, int32_t to, RecordArena* arena) const;
 
   uintptr_t bits_ = 0;
 };

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/decimal_separator.h"
+#include "table/fetched_records.h"
 #include "table/raw_buffer.h"
 
 namespace qm {
@@ -89,9 +90,6 @@ void SortTextKeys(TextKey* keys, size_t count, const std::vector<CellText>& cell
     }
   }
 }
-
-// How many records ahead the loops that read every record's key fetch them.
-constexpr size_t kRecordsAhead = 16;
 
 // Number keys: each cell converted once, not at every comparison.
 struct NumberKey {
@@ -180,13 +178,11 @@ void NumberOrder(const std::vector<Record>& records, int32_t column, uint32_t* o
   const size_t count = records.size();
   RawBuffer<NumberKey> keyMemory;
   NumberKey* keys = keyMemory.Reserve(count);
-  for (size_t i = 0; i < count; ++i) {
-    // After an earlier sort the records lie in no order in memory.
-    if (i + kRecordsAhead < count) records[i + kRecordsAhead].Prefetch();
+  ForEachFetched(records, [&](const Record& record, size_t i) {
     double value = 0;
-    if (!TryTextToFloat(records[i].At(column), value)) value = 0;
+    if (!TryTextToFloat(record.At(column), value)) value = 0;
     keys[i] = {value, static_cast<uint32_t>(i)};
-  }
+  });
   std::sort(keys, keys + count, [](const NumberKey& a, const NumberKey& b) { return a.value < b.value; });
   for (size_t i = 0; i < count; ++i) order[i] = keys[i].row;
 }
@@ -196,11 +192,10 @@ void TextOrder(const std::vector<Record>& records, int32_t column, bool caseSens
   std::vector<CellText> cells(count);
   RawBuffer<TextKey> keyMemory;
   TextKey* keys = keyMemory.Reserve(count);
-  for (size_t i = 0; i < count; ++i) {
-    if (i + kRecordsAhead < count) records[i + kRecordsAhead].Prefetch();
-    cells[i] = records[i].At(column);
+  ForEachFetched(records, [&](const Record& record, size_t i) {
+    cells[i] = record.At(column);
     keys[i].row = static_cast<uint32_t>(i);
-  }
+  });
   if (caseSensitive) {
     SortTextKeys<false>(keys, count, cells);
   } else {
