@@ -266,6 +266,22 @@ bool Screenshot(HWND window, const std::string& path) {
   Settle();
   RECT r{};
   GetWindowRect(window, &r);
+  // The window's own popups that show (a failure balloon) may reach past
+  // its edge: the picture takes them in whole.
+  struct Owned {
+    HWND owner;
+    RECT* area;
+  } owned{window, &r};
+  EnumWindows(
+      [](HWND w, LPARAM param) -> BOOL {
+        const auto* o = reinterpret_cast<const Owned*>(param);
+        RECT popup{};
+        if (GetWindow(w, GW_OWNER) == o->owner && IsWindowVisible(w) && GetWindowRect(w, &popup)) {
+          UnionRect(o->area, o->area, &popup);
+        }
+        return TRUE;
+      },
+      reinterpret_cast<LPARAM>(&owned));
   const int width = r.right - r.left, height = r.bottom - r.top;
   HDC screen = GetDC(nullptr);
   HDC memory = CreateCompatibleDC(screen);
